@@ -1,0 +1,35 @@
+# kestovar_options: what every file of ours is compiled with.
+add_library(kestovar_options INTERFACE)
+target_compile_options(kestovar_options INTERFACE
+    -Wall -Wextra -Wshadow -Wformat=2 -Wcast-qual -Wnull-dereference -Werror
+    -fno-exceptions -fno-rtti)
+
+if(WIN32)
+    # ANSI on purpose: strings are bytes of the system's code page everywhere.
+    target_compile_definitions(kestovar_options INTERFACE
+        WIN32_LEAN_AND_MEAN NOMINMAX STRICT WINVER=0x0501 _WIN32_WINNT=0x0501)
+    target_compile_options(kestovar_options INTERFACE -ffunction-sections -fdata-sections)
+    target_link_options(kestovar_options INTERFACE -static -Wl,--gc-sections)
+    if(CMAKE_BUILD_TYPE STREQUAL "Release")
+        target_link_options(kestovar_options INTERFACE -s)
+    endif()
+endif()
+
+if(KESTOVAR_HARDENED)
+    # This compiler has no sanitizer run-time for Windows; traps need none.
+    target_compile_options(kestovar_options INTERFACE
+        -fsanitize=undefined -fsanitize-undefined-trap-on-error -fstack-protector-strong)
+    target_compile_definitions(kestovar_options INTERFACE _GLIBCXX_ASSERTIONS)
+    target_link_options(kestovar_options INTERFACE -fstack-protector-strong)
+endif()
+
+if(KESTOVAR_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+
+if(KESTOVAR_FUZZ)
+    add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=address,undefined)
+endif()

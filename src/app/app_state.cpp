@@ -1,0 +1,4 @@
+#include "app/app_state.h"
+
+AppState App;
+AppSettings AppOptions;

@@ -1,0 +1,40 @@
+// The program's own state: where it lives, what it was started with, and the current file.
+#pragma once
+
+#include "app/command_line.h"
+#include "app/recent_files.h"
+#include "document/document.h"
+
+#include <cstdint>
+
+struct AppState {
+    char ProgramDir[MaxPathSize] = ""; // of the program file, up to and including its last backslash
+    char HelpPath[MaxPathSize] = "";
+    char BatchPath[MaxPathSize] = "";
+    CommandLine Start;          // what the command line said
+    RecentFiles Recent;
+    char CurrentPath[MaxPathSize] = ""; // of the current file: full, lower-case once it is open
+    char FileTitle[MaxPathSize] = "";   // its name part, lower-case; empty when no file is current
+    FileInfo Info;                      // of the current file
+    bool BusyCursor = false;            // show the wait cursor
+    bool ClosedOnIconize = false;       // the file was released when the window was minimised
+    bool HelpUsed = false;
+    std::int32_t ClientWidth = 0; // last size of the frame's client area, pixels
+    std::int32_t ClientHeight = 0;
+};
+
+extern AppState App;
+
+// Settings that belong to no other subject.
+struct AppSettings {
+    std::int32_t SuppressMenu = 0; // hide the menu bar
+    std::int32_t ExitOnEsc = 0;    // Esc exits; else it closes the file
+    std::int32_t AutoZip = 0;
+    std::int32_t MinOnLaunch = 0;
+    std::int32_t MaxLaunchApp = 0;
+    std::int32_t LoadOnDelete = 0;
+    char EditorName[MaxPathSize] = "notepad";
+    char FilterSpec[128] = "";
+};
+
+extern AppSettings AppOptions;

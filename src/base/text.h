@@ -1,0 +1,23 @@
+// Zero-terminated byte strings in fixed buffers: every copy is bounded by the buffer it goes into.
+#pragma once
+
+#include <cstddef>
+
+// Copies source into destination (size bytes, at least 1), cutting what does not fit; the result is
+// always terminated.
+void CopyText(char* destination, std::size_t size, const char* source);
+
+// Appends to the text that destination (size bytes) already holds, cutting what does not fit.
+void AppendText(char* destination, std::size_t size, const char* source);
+
+template <std::size_t Size>
+void CopyText(char (&destination)[Size], const char* source)
+{
+    CopyText(destination, Size, source);
+}
+
+template <std::size_t Size>
+void AppendText(char (&destination)[Size], const char* source)
+{
+    AppendText(destination, Size, source);
+}

@@ -1,0 +1,31 @@
+// The working buffer, the parked blocks and the reads of the file.
+//
+// On every change of block the working buffer and a cache slot exchange their memory objects: the
+// block that was in view is parked, never dropped, unless there are no slots at all.
+#pragma once
+
+#include <cstdint>
+
+// Sets the buffers up for a new document, or resets them if they exist. False when there is no memory.
+bool InitBuffers();
+
+// Closes the file and frees every buffer.
+void FreeBuffers();
+
+// Closes the file if it is open; the document stays.
+void CloseFileHandle();
+
+// Makes block (1..BlockCount) the working buffer's content and sets the read position to its start.
+// After a failed or short read the block is simply shorter.
+void LoadBlock(std::int32_t block);
+
+// Positioned read that bypasses the cache. Reads nothing, and leaves destination as it was, when the
+// range passes the end of the file.
+void ReadAt(std::int32_t offset, void* destination, std::int32_t count);
+
+// The samples of the block in the working buffer.
+std::uint32_t* LineSamples();
+
+// The line-count table, once indexing is over: shrink it to what the document's blocks need, or free it.
+void ShrinkLineTable();
+void FreeLineTable();

@@ -1,0 +1,123 @@
+#include "document/line_scan.h"
+
+#include <bit>
+#include <emmintrin.h>
+
+// Every processor that runs a supported Windows has SSE2. Opening a file is one pass of these
+// functions over all of it, so they decide how fast a large file opens.
+
+namespace {
+
+constexpr std::int32_t VectorBytes = 16;
+
+__m128i LoadBytes(const std::uint8_t* bytes)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
+}
+
+// 0xFF in each byte that is a CR or an LF.
+__m128i LineEndBytes(__m128i bytes)
+{
+    return _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\n')), _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
+}
+
+// Bit i set: byte i is a CR or an LF.
+std::uint32_t LineEndMask(const std::uint8_t* bytes)
+{
+    return static_cast<std::uint32_t>(_mm_movemask_epi8(LineEndBytes(LoadBytes(bytes))));
+}
+
+// 0xFF in each byte that ends a line: an LF, or a CR that no LF follows. Reads one byte past the vector.
+__m128i CountedEnds(const std::uint8_t* bytes)
+{
+    const __m128i lf = _mm_set1_epi8('\n');
+    const __m128i here = LoadBytes(bytes);
+    const __m128i isLf = _mm_cmpeq_epi8(here, lf);
+    const __m128i isCr = _mm_cmpeq_epi8(here, _mm_set1_epi8('\r'));
+    const __m128i lfFollows = _mm_cmpeq_epi8(LoadBytes(bytes + 1), lf);
+    return _mm_or_si128(isLf, _mm_andnot_si128(lfFollows, isCr));
+}
+
+std::int32_t SumBytes(__m128i counts)
+{
+    const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
+    return _mm_cvtsi128_si32(sums) + _mm_cvtsi128_si32(_mm_srli_si128(sums, 8));
+}
+
+// Index of the last CR or LF in [start, end); start - 1 when there is none.
+std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t end)
+{
+    while (end - start >= VectorBytes) {
+        const std::uint32_t mask = LineEndMask(bytes + end - VectorBytes);
+        if (mask != 0) {
+            return end - VectorBytes + std::bit_width(mask) - 1;
+        }
+        end -= VectorBytes;
+    }
+    while (end > start && !IsLineEnd(bytes[end - 1])) {
+        --end;
+    }
+    return end - 1;
+}
+
+} // namespace
+
+std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count)
+{
+    std::int32_t total = 0;
+    std::int32_t index = 0;
+    while (index + VectorBytes < count) {
+        // A byte counter overflows after 255 additions.
+        const std::int32_t left = (count - 1 - index) / VectorBytes;
+        const std::int32_t vectors = left < 255 ? left : 255;
+        __m128i counts = _mm_setzero_si128();
+        for (std::int32_t vector = 0; vector < vectors; ++vector, index += VectorBytes) {
+            counts = _mm_sub_epi8(counts, CountedEnds(bytes + index));
+        }
+        total += SumBytes(counts);
+    }
+    for (; index < count; ++index) {
+        const bool pair = bytes[index] == '\r' && index + 1 < count && bytes[index + 1] == '\n';
+        total += IsLineEnd(bytes[index]) && !pair;
+    }
+    return total;
+}
+
+std::int32_t LongestRun(const std::uint8_t* bytes, std::int32_t count, std::int32_t atLeast)
+{
+    std::int32_t longest = atLeast;
+    std::int32_t start = 0; // of the run under test
+    while (start + longest < count) {
+        // Only a run that has no line end in bytes start..start+longest is longer than the longest; any
+        // other leaves the next run to start behind the last line end found there.
+        const std::int32_t probe = start + longest;
+        if (IsLineEnd(bytes[probe])) {
+            start = probe + 1;
+            continue;
+        }
+        const std::int32_t lastEnd = FindLastLineEnd(bytes, start, probe);
+        if (lastEnd >= start) {
+            start = lastEnd + 1;
+            continue;
+        }
+        const std::int32_t runEnd = FindLineEnd(bytes, probe, count);
+        longest = runEnd - start;
+        start = runEnd + 1;
+    }
+    return longest;
+}
+
+std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count)
+{
+    std::int32_t index = start;
+    for (; index + VectorBytes <= count; index += VectorBytes) {
+        const std::uint32_t mask = LineEndMask(bytes + index);
+        if (mask != 0) {
+            return index + std::countr_zero(mask);
+        }
+    }
+    while (index < count && !IsLineEnd(bytes[index])) {
+        ++index;
+    }
+    return index;
+}

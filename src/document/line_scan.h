@@ -1,0 +1,19 @@
+// Finding line ends in a run of bytes. A line ends at LF, at CR, or at CR LF.
+#pragma once
+
+#include <cstdint>
+
+inline bool IsLineEnd(std::uint8_t byte)
+{
+    return byte == '\r' || byte == '\n';
+}
+
+// Line ends among count bytes. A CR LF pair counts once; a CR that is the last byte counts.
+std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count);
+
+// The longest run of bytes that are neither CR nor LF, if it is longer than atLeast; else atLeast.
+// Looks at few bytes when no run is longer.
+std::int32_t LongestRun(const std::uint8_t* bytes, std::int32_t count, std::int32_t atLeast);
+
+// Index of the first CR or LF from start on; count when there is none.
+std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count);

@@ -1,0 +1,41 @@
+// What the document needs of the system: memory objects that the system may take back while they are
+// parked, and reading one file. port_windows.cpp answers with global memory and the _lopen family;
+// the native tests answer with malloc and stdio, and can make each call fail.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// A movable memory object; nullptr is none.
+using MemoryHandle = void*;
+
+// A new zero-filled object, unlocked; nullptr when there is no memory.
+MemoryHandle AllocateMemory(std::size_t bytes);
+
+// The object's bytes, valid until UnlockMemory; nullptr when the system discarded them.
+void* LockMemory(MemoryHandle memory);
+void UnlockMemory(MemoryHandle memory);
+
+// Whether the system may discard the object's bytes while it is unlocked.
+void SetMemoryDiscardable(MemoryHandle memory, bool discardable);
+
+// Shrinks an unlocked object; the handle may change. Returns memory itself when it cannot be shrunk.
+MemoryHandle ShrinkMemory(MemoryHandle memory, std::size_t bytes);
+void FreeMemory(MemoryHandle memory);
+
+// Opens a file for reading; 0 when it cannot be opened (missing, locked, a directory, ...).
+int OpenForReading(const char* path);
+void CloseOpenFile(int file);
+
+// Reads up to bytes at offset into destination; returns how many arrived, 0 on any error.
+std::int32_t ReadFileAt(int file, std::int32_t offset, void* destination, std::int32_t bytes);
+
+struct FileStatus {
+    std::int32_t Size;        // bytes
+    std::int32_t Time;        // last modification, seconds since 1970, never negative
+    std::uint16_t Attributes; // DOS bits: read-only 1, hidden 2, system 4, archive 32
+};
+
+// False when the status cannot be read or the size does not fit 31 bits: a file that large has no
+// position that the document could express, and is refused rather than shown as something else.
+bool GetFileStatus(const char* path, FileStatus& status);

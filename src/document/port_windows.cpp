@@ -1,0 +1,90 @@
+#include "document/port.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+MemoryHandle AllocateMemory(std::size_t bytes)
+{
+    return GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
+}
+
+void* LockMemory(MemoryHandle memory)
+{
+    return GlobalLock(memory);
+}
+
+void UnlockMemory(MemoryHandle memory)
+{
+    GlobalUnlock(memory);
+}
+
+void SetMemoryDiscardable(MemoryHandle memory, bool discardable)
+{
+    const UINT flags = discardable ? GMEM_MODIFY | GMEM_DISCARDABLE : GMEM_MODIFY;
+    GlobalReAlloc(memory, 0, flags);
+}
+
+MemoryHandle ShrinkMemory(MemoryHandle memory, std::size_t bytes)
+{
+    const MemoryHandle shrunk = GlobalReAlloc(memory, bytes, GMEM_MOVEABLE);
+    return shrunk != nullptr ? shrunk : memory;
+}
+
+void FreeMemory(MemoryHandle memory)
+{
+    GlobalFree(memory);
+}
+
+// _lopen rather than OpenFile: OpenFile keeps only 127 characters of a path, the program 259.
+int OpenForReading(const char* path)
+{
+    const HFILE file = _lopen(path, OF_READ);
+    return file == HFILE_ERROR ? 0 : file;
+}
+
+void CloseOpenFile(int file)
+{
+    _lclose(file);
+}
+
+std::int32_t ReadFileAt(int file, std::int32_t offset, void* destination, std::int32_t bytes)
+{
+    if (file == 0 || _llseek(file, offset, FILE_BEGIN) != offset) {
+        return 0;
+    }
+    const UINT read = _lread(file, destination, static_cast<UINT>(bytes));
+    return read == static_cast<UINT>(HFILE_ERROR) ? 0 : static_cast<std::int32_t>(read);
+}
+
+namespace {
+
+std::int32_t SecondsSince1970(const FILETIME& time)
+{
+    constexpr std::uint64_t TicksPerSecond = 10000000;
+    constexpr std::uint64_t SecondsFrom1601To1970 = 11644473600;
+    const std::uint64_t ticks = (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
+    const std::uint64_t seconds = ticks / TicksPerSecond;
+    const std::int64_t since1970 = static_cast<std::int64_t>(seconds) - static_cast<std::int64_t>(SecondsFrom1601To1970);
+    // A time that does not fit counts as negative, and negative times as 0.
+    return since1970 < 0 || since1970 > INT32_MAX ? 0 : static_cast<std::int32_t>(since1970);
+}
+
+} // namespace
+
+bool GetFileStatus(const char* path, FileStatus& status)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    if (!GetFileAttributesExA(path, GetFileExInfoStandard, &data)) {
+        return false;
+    }
+    if (data.nFileSizeHigh != 0 || data.nFileSizeLow > INT32_MAX) {
+        return false;
+    }
+    constexpr DWORD DosBits =
+        FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    status.Size = static_cast<std::int32_t>(data.nFileSizeLow);
+    status.Time = SecondsSince1970(data.ftLastWriteTime);
+    status.Attributes = static_cast<std::uint16_t>(data.dwFileAttributes & DosBits);
+    return true;
+}

@@ -1,0 +1,127 @@
+#!/usr/bin/env bash
+# ./test.sh
+#
+# Builds every preset, runs all tests and closes with one line:
+# "N passed, M failed", with ", K skipped" when K is not zero. The status is 0
+# only if nothing failed and something passed. The logs stay in build/.
+set -euo pipefail
+# shellcheck source=tools/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/tools/lib.sh"
+[[ $# -eq 0 ]] || kv_fail "usage: ./test.sh"
+cd "$KV_PROJECT"
+
+# The tests' Wine prefix exists once per work tree: a second run waits here.
+if [[ -z ${KESTOVAR_TEST_LOCKED:-} ]]; then
+    mkdir -p build
+    KESTOVAR_TEST_LOCKED=1 exec flock --close build/.test.lock ./test.sh
+fi
+
+passed=0
+failed=0
+skipped=0
+
+# count LOG: reads the log of a verbose ctest run, prints
+# "CASES PASSED FAILED SKIPPED" and, on the standard error, what the failed
+# tests had to say. A CTest case is a GoogleTest program, counted by what it
+# says at its end, or something else, counted as one test. A program that ends
+# badly without a list of failed tests (a crash, a time-out) is one failure.
+count() {
+    awk '
+        { sub(/\r$/, "") }
+        /^[0-9]+: / {
+            id = $0; sub(/:.*/, "", id)
+            text = substr($0, length(id) + 3)
+            if (text ~ /^\[  PASSED  \] [0-9]+ tests?\./) {
+                split(text, word, " "); good[id] += word[4]; totals[id] = 1
+            } else if (text ~ /^\[  SKIPPED \] [0-9]+ tests?, /) {
+                split(text, word, " "); left[id] += word[4]
+            } else if (text ~ /^\[  FAILED  \] [0-9]+ tests?, /) {
+                split(text, word, " "); bad[id] += word[4]; totals[id] = 1
+            } else if (text ~ /^\[ RUN      \]/) {
+                pending[id] = text "\n"
+            } else if (text ~ /^\[       OK \]/ || text ~ /^\[  SKIPPED \]/) {
+                pending[id] = ""
+            } else if (text ~ /^\[  FAILED  \].* \([0-9]+ ms\)$/) {
+                said[id] = said[id] pending[id] text "\n"; pending[id] = ""
+            } else if (text !~ /^\[[-=]+\]|^\[  FAILED  \]|^ *[0-9]+ FAILED TESTS?$/ &&
+                       text !~ /^(Test command|Working Directory|Test timeout computed to be): /) {
+                # What stands between two tests belongs to a crash as well.
+                pending[id] = pending[id] text "\n"
+            }
+        }
+        /^ *[0-9]+\/[0-9]+ +Test +#[0-9]+: / {
+            cases++
+            id = $0; sub(/^[^#]*#/, "", id); sub(/:.*/, "", id)
+            passed += good[id]; failed += bad[id]; skipped += left[id]
+            if ($0 ~ /\*\*\*Skipped/ || $0 ~ /Not Run \(Disabled\)/) {
+                if (!totals[id]) skipped++
+            } else if ($0 ~ / Passed +[0-9.]+ sec/) {
+                if (!totals[id]) passed++
+            } else {
+                if (!bad[id]) failed++
+                printf "\n%s\n%s%s", $0, said[id], pending[id] > "/dev/stderr"
+            }
+        }
+        END { print cases + 0, passed + 0, failed + 0, skipped + 0 }
+    ' "$1"
+}
+
+# run_tests PRESET COMMAND...: COMMAND runs ctest on the preset.
+run_tests() {
+    local preset=$1 log=build/test-$1.log status=0 counts cases good bad left
+    shift
+    "$@" >"$log" 2>&1 </dev/null || status=$?
+    counts=$(count "$log")
+    read -r cases good bad left <<<"$counts"
+    if [[ $cases -eq 0 || ($status -ne 0 && $bad -eq 0) ]]; then
+        tail -n 40 "$log" >&2
+        bad=$((bad + 1))
+    fi
+    echo "$preset: $good passed, $bad failed, $left skipped"
+    passed=$((passed + good))
+    failed=$((failed + bad))
+    skipped=$((skipped + left))
+}
+
+# build PRESET: a build that fails counts as one failed test.
+build() {
+    if ! kv_build "$1"; then
+        echo "$1: the build failed" >&2
+        failed=$((failed + 1))
+        return 1
+    fi
+}
+
+# Called by the trap.
+# shellcheck disable=SC2317
+stop_wine() {
+    kv_drop_prefix test
+}
+trap stop_wine EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+# Each preset gets a fresh prefix and a server that stays from one program to
+# the next: to start one takes longer than most tests.
+run_wine_tests() {
+    export KESTOVAR_PREFIX=test
+    kv_drop_prefix test
+    tools/wine wineserver -p
+    run_tests "$1" tools/with-display ctest --preset "$1" --verbose
+    kv_drop_prefix test
+}
+
+tools/prepare --tests
+
+for preset in native fuzz; do
+    build "$preset" && run_tests "$preset" ctest --preset "$preset" --verbose
+done
+for preset in win32 win32-debug; do
+    build "$preset" && run_wine_tests "$preset"
+done
+build win64 || true
+
+summary="$passed passed, $failed failed"
+[[ $skipped -eq 0 ]] || summary+=", $skipped skipped"
+echo "$summary"
+[[ $failed -eq 0 && $passed -gt 0 ]]
