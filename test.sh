@@ -101,13 +101,20 @@ trap stop_wine EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-# Each preset gets a fresh prefix and a server that stays from one program to
-# the next: to start one takes longer than most tests.
+# Each preset gets a fresh prefix, and a server that stays from one program to
+# the next: to start one takes longer than most tests. The desktop is started
+# here for one more reason: it and Wine's services inherit the output of the
+# program that starts them, and ctest would wait for them to close it.
 run_wine_tests() {
     export KESTOVAR_PREFIX=test
     kv_drop_prefix test
     tools/wine wineserver -p
-    run_tests "$1" tools/with-display ctest --preset "$1" --verbose
+    # shellcheck disable=SC2016 # expanded by the inner shell
+    run_tests "$1" tools/with-display bash -c '
+        tools/wine explorer /desktop=Default,1024x768 </dev/null >/dev/null 2>&1 &
+        timeout 30 xdotool search --sync --onlyvisible --name "^Wine Desktop" >/dev/null
+        exec ctest --preset "$1" --verbose
+    ' bash "$1"
     kv_drop_prefix test
 }
 

@@ -30,8 +30,8 @@ ColumnRun Overlap(ColumnRun run, ColumnRun part);
 // only the hex digits are highlighted. Length 0 when the run does not reach the row.
 ColumnRun HexHighlight(std::int32_t distance);
 
-// Hex rows first..last (from 0) to paint for a band of the window from pixel top to bottom; first > last
-// when there is none.
+// Hex rows first..last (from 0) to paint for a band of the window from pixel top up to, not including,
+// bottom; first > last when there is none.
 LineBand HexRowsInBand(std::int32_t top, std::int32_t bottom);
 
 // Whether hex row row (from 0) is selected: whole rows are.

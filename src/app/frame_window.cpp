@@ -1,0 +1,295 @@
+#include "app/frame_window.h"
+
+#include "app/app_state.h"
+#include "app/commands.h"
+#include "app/frame_layout.h"
+#include "app/messages.h"
+#include "app/open_sequence.h"
+#include "app/recent_menu.h"
+#include "app/settings_file.h"
+#include "base/text.h"
+#include "document/block_cache.h"
+#include "document/document.h"
+#include "document/document_state.h"
+#include "resources/ids.h"
+#include "view/frame_windows.h"
+#include "view/gdi_holders.h"
+#include "view/palette.h"
+#include "view/screen_font.h"
+#include "view/status_window.h"
+#include "view/view_state.h"
+
+#include <shellapi.h>
+
+namespace {
+
+// The colours the screen can really show.
+void AdaptToScreen()
+{
+    constexpr COLORREF LightGrey = RGB(192, 192, 192);
+    WindowDc screen(nullptr);
+    for (std::uint32_t& colour : Palette) {
+        colour = GetNearestColor(screen, colour);
+    }
+    if (GetNearestColor(screen, LightGrey) == LightGrey) {
+        Drawing.GreyBrush = CreateSolidBrush(LightGrey);
+    }
+    Drawing.LogPixelsX = GetDeviceCaps(screen, LOGPIXELSX);
+    Drawing.LogPixelsY = GetDeviceCaps(screen, LOGPIXELSY);
+}
+
+void CreateRegionObjects()
+{
+    Drawing.OutputBrush = CreateSolidBrush(BackgroundColour(OutputRegion));
+    Drawing.RulerBrush = CreateSolidBrush(BackgroundColour(RulerRegion));
+    Drawing.MarkedBrush = CreateSolidBrush(BackgroundColour(MarkedRegion));
+    Drawing.StatusBrush = CreateSolidBrush(BackgroundColour(StatusRegion));
+    Drawing.RulerPen = CreatePen(PS_SOLID, 1, ForegroundColour(RulerRegion));
+}
+
+void DeleteRegionObjects()
+{
+    DeleteObject(Drawing.OutputBrush);
+    DeleteObject(Drawing.RulerBrush);
+    DeleteObject(Drawing.MarkedBrush);
+    DeleteObject(Drawing.StatusBrush);
+    DeleteObject(Drawing.RulerPen);
+}
+
+void ExtendSystemMenu(HWND window)
+{
+    Windows.SystemMenu = GetSystemMenu(window, FALSE);
+    char text[30] = "";
+    LoadStringA(Windows.Instance, IDS_HIDE_MENU_BAR, text, sizeof text);
+    AppendMenuA(Windows.SystemMenu, MF_SEPARATOR, 0, nullptr);
+    AppendMenuA(Windows.SystemMenu, MF_STRING | (AppOptions.SuppressMenu != 0 ? MF_CHECKED : MF_UNCHECKED),
+                IDM_SYSTEM_MENU_BAR, text);
+}
+
+UINT EscCommand()
+{
+    return AppOptions.ExitOnEsc != 0 ? IDM_FILE_EXIT : IDM_FILE_CLOSE;
+}
+
+// The menu names Esc beside the command that it sends.
+void NameEscInMenu()
+{
+    char text[40] = "";
+    GetMenuStringA(Windows.MainMenu, EscCommand(), text, 30, MF_BYCOMMAND);
+    AppendText(text, "\tEsc");
+    const UINT state = EscCommand() == IDM_FILE_CLOSE ? MF_GRAYED : MF_ENABLED;
+    ModifyMenuA(Windows.MainMenu, EscCommand(), MF_BYCOMMAND | MF_STRING | state, EscCommand(), text);
+}
+
+HWND CreateChild(HWND parent, const char* className, int id, DWORD style)
+{
+    return CreateWindowExA(0, className, "", WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, parent,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), Windows.Instance, nullptr);
+}
+
+void CreateChildren(HWND window)
+{
+    Windows.View = CreateChild(window, "KstvMn", ID_CHILD_VIEW, WS_VSCROLL | WS_HSCROLL);
+    Windows.Ruler = CreateChild(window, "KstvRl", ID_CHILD_RULER, 0);
+    Windows.Status = CreateStatusWindow(window);
+    Windows.Buttons = CreateChild(window, "KstvBt", ID_CHILD_BUTTONS, 0);
+}
+
+void OpenFromCommandLine(HWND window)
+{
+    if (App.Start.FileName[0] != '\0') {
+        OpenSequence(window, App.Start.FileName);
+    }
+    if (App.Start.PrintAndExit) {
+        if (View.FileShown) {
+            PostMessageA(window, WM_COMMAND, IDM_FILE_PRINT, 0);
+        } else {
+            PostMessageA(window, WM_CLOSE, 0, 0);
+        }
+    }
+    if (App.Start.Error) {
+        ReportMessage(window, IDS_COMMAND_LINE_ERROR);
+    }
+}
+
+void OnCreate(HWND window)
+{
+    Windows.Main = window;
+    Windows.MainMenu = GetMenu(window);
+    AdaptToScreen();
+    Windows.Accelerators = LoadAcceleratorsA(Windows.Instance, "Kestovar");
+    CreateScreenFont(window, false);
+    CreateRegionObjects();
+    ExtendSystemMenu(window);
+    NameEscInMenu();
+    BuildRecentMenu(window);
+    LoadIntlSettings();
+    CreateChildren(window);
+    OpenFromCommandLine(window);
+}
+
+void OnDestroy()
+{
+    DeleteRegionObjects();
+    if (Drawing.GreyBrush != nullptr) {
+        DeleteObject(Drawing.GreyBrush);
+    }
+    DeleteScreenFont();
+    if (AppOptions.SuppressMenu != 0) {
+        DestroyMenu(Windows.MainMenu); // hidden, so no window destroys it
+    }
+    if (App.HelpUsed) {
+        WinHelpA(Windows.Main, App.HelpPath, HELP_QUIT, 0);
+    }
+    CloseDocument();
+    SaveRecentFiles();
+    PostQuitMessage(0);
+}
+
+void ReleaseFileOfIcon()
+{
+    if (View.FileShown && Document.WorkMemory != nullptr) {
+        CloseFileHandle();
+        App.ClosedOnIconize = true;
+    }
+}
+
+void Repaint(HWND window)
+{
+    InvalidateRect(window, nullptr, TRUE);
+    UpdateWindow(window);
+}
+
+void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
+{
+    App.ClientWidth = width;
+    App.ClientHeight = height;
+    if (kind == SIZE_MINIMIZED) {
+        ReleaseFileOfIcon();
+    }
+    const FrameLayout layout = LayOutFrame(height, StatusHeight());
+    MoveWindow(Windows.Buttons, 0, 0, width, layout.BarHeight, TRUE);
+    MoveWindow(Windows.Ruler, 0, layout.BarHeight, width, layout.RulerHeight, TRUE);
+    MoveWindow(Windows.View, 0, layout.ViewTop, width, layout.ViewHeight, TRUE);
+    MoveWindow(Windows.Status, 0, layout.StatusTop, width, layout.StatusHeight, TRUE);
+    if (layout.RulerHeight != 0) {
+        Repaint(Windows.Ruler);
+    }
+    if (layout.StatusHeight != 0) {
+        Repaint(Windows.Status);
+    }
+    RECT client;
+    GetClientRect(Windows.View, &client);
+    SendMessageA(Windows.View, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+}
+
+// The window is about to come back from its icon: so must the file that was released.
+void OnQueryOpen(HWND window)
+{
+    if (!View.FileShown || !App.ClosedOnIconize) {
+        return;
+    }
+    switch (ReopenFile(App.CurrentPath)) {
+    case ReopenResult::CannotOpen:
+        ReportMessage(window, IDS_CANNOT_REOPEN);
+        CloseDocument();
+        break;
+    case ReopenResult::Changed:
+        ReportMessage(window, IDS_FILE_CHANGED);
+        OpenSequence(window, App.CurrentPath);
+        RefreshStatus();
+        break;
+    case ReopenResult::Unchanged: break;
+    }
+    App.ClosedOnIconize = false;
+}
+
+struct ScrollKey {
+    UINT Key;
+    UINT Message;
+    int Code;
+};
+
+// Left and Right move by a page of columns on purpose: one column is no way to cross a wide line.
+constexpr ScrollKey ScrollKeys[] = {
+    {VK_PRIOR, WM_VSCROLL, SB_PAGEUP}, {VK_NEXT, WM_VSCROLL, SB_PAGEDOWN}, {VK_HOME, WM_VSCROLL, SB_TOP},
+    {VK_END, WM_VSCROLL, SB_BOTTOM},   {VK_UP, WM_VSCROLL, SB_LINEUP},     {VK_DOWN, WM_VSCROLL, SB_LINEDOWN},
+    {VK_LEFT, WM_HSCROLL, SB_PAGELEFT}, {VK_RIGHT, WM_HSCROLL, SB_PAGERIGHT},
+};
+
+void OnKeyDown(HWND window, WPARAM key)
+{
+    if (key == VK_ESCAPE) {
+        SendMessageA(window, WM_COMMAND, EscCommand(), 0);
+        return;
+    }
+    for (const ScrollKey& scroll : ScrollKeys) {
+        if (scroll.Key == key) {
+            SendMessageA(Windows.View, scroll.Message, static_cast<WPARAM>(scroll.Code), 0);
+        }
+    }
+}
+
+void OnDropFiles(HWND window, HDROP drop)
+{
+    char path[MaxPathSize] = "";
+    if (DragQueryFileA(drop, 0, path, sizeof path) != 0) {
+        OpenSequence(window, path);
+    }
+    if (IsIconic(window)) {
+        ShowWindow(window, SW_RESTORE);
+    } else {
+        SetFocus(window);
+    }
+    DragFinish(drop);
+}
+
+void SetBusy(bool busy)
+{
+    App.BusyCursor = busy;
+    SetCursor(busy ? Drawing.WaitCursor : Drawing.ArrowCursor);
+}
+
+LRESULT OnSetCursor(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    if (App.BusyCursor) {
+        SetCursor(Drawing.WaitCursor);
+        return 1;
+    }
+    return DefWindowProcA(window, WM_SETCURSOR, wParam, lParam);
+}
+
+LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    if (wParam == IDM_SYSTEM_MENU_BAR || wParam == IDM_SYSTEM_MENU_BAR + 1) {
+        return DispatchCommand(window, WM_SYSCOMMAND, static_cast<UINT>(wParam), lParam);
+    }
+    return DefWindowProcA(window, WM_SYSCOMMAND, wParam, lParam);
+}
+
+LRESULT OnMenuSelect(WPARAM wParam, LPARAM lParam)
+{
+    return ViewOptions.StatusLine != 0 ? SendMessageA(Windows.Status, WM_MENUSELECT, wParam, lParam) : 0;
+}
+
+} // namespace
+
+LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_CREATE: OnCreate(window); return 0;
+    case WM_DESTROY: OnDestroy(); return 0;
+    case WM_SIZE: OnSize(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
+    case WM_QUERYOPEN: OnQueryOpen(window); return 1;
+    case WM_WININICHANGE: LoadIntlSettings(); return 0;
+    case WM_SETCURSOR: return OnSetCursor(window, wParam, lParam);
+    case WM_KEYDOWN: OnKeyDown(window, wParam); return 0;
+    case WM_COMMAND: return DispatchCommand(window, WM_COMMAND, LOWORD(wParam), lParam);
+    case WM_SYSCOMMAND: return OnSystemCommand(window, wParam, lParam);
+    case WM_MENUSELECT: return OnMenuSelect(wParam, lParam);
+    case WM_DROPFILES: OnDropFiles(window, reinterpret_cast<HDROP>(wParam)); return 0;
+    case WM_BUSY_START: SetBusy(true); return 0;
+    case WM_BUSY_END: SetBusy(false); return 0;
+    default: return DefWindowProcA(window, message, wParam, lParam);
+    }
+}

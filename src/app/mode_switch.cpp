@@ -1,0 +1,52 @@
+#include "app/mode_switch.h"
+
+#include "app/app_state.h"
+#include "app/menu_state.h"
+#include "document/document_state.h"
+#include "document/line_index.h"
+#include "resources/ids.h"
+#include "view/frame_windows.h"
+#include "view/screen_font.h"
+#include "view/view_state.h"
+
+namespace {
+
+void DropLock()
+{
+    View.LockTopLine = View.LockRows = View.LockColStart = View.LockCols = 0;
+}
+
+void ForgetMatchAndSelection()
+{
+    View.HiliteLine = 0;
+    View.HiliteLen = 0;
+    SetSelectionMenuState(false);
+}
+
+} // namespace
+
+void SwitchMode(HWND mainWindow, bool hexMode)
+{
+    if (!View.FileShown) {
+        return;
+    }
+    if (View.HexMode == hexMode) {
+        RefreshStatus();
+        return;
+    }
+    View.HexMode = hexMode;
+    CheckCommand(IDM_VIEW_HEX, hexMode);
+    CheckCommand(IDM_VIEW_TEXT, !hexMode);
+    DropLock();
+    ForgetMatchAndSelection();
+    View.TopLine = hexMode && Document.IsText ? HexRowOfLine(View.TopLine + 1) : 0;
+    View.LeftColumn = 0;
+    SendMessageA(mainWindow, WM_SIZE, SIZE_RESTORED, MAKELPARAM(App.ClientWidth, App.ClientHeight));
+    if (hexMode) {
+        SubstituteScreenFont(mainWindow);
+    } else {
+        RestoreScreenFont(mainWindow);
+    }
+    InvalidateRect(Windows.View, nullptr, TRUE);
+    PostMessageA(Windows.Status, WM_SHOW_POSITION, 0, 0);
+}

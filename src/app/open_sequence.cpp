@@ -1,0 +1,149 @@
+#include "app/open_sequence.h"
+
+#include "app/app_state.h"
+#include "app/menu_state.h"
+#include "app/messages.h"
+#include "base/text.h"
+#include "document/block_cache.h"
+#include "document/document_state.h"
+#include "resources/ids.h"
+#include "view/frame_windows.h"
+#include "view/paint_view.h"
+#include "view/screen_font.h"
+#include "view/view_state.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// The name as the system spells it out. A name without a directory is looked for where programs look
+// for files; a path too long for that search is only completed.
+void QualifyPath(const char* path, char (&full)[MaxPathSize])
+{
+    OFSTRUCT found = {};
+    found.cBytes = sizeof found;
+    if (OpenFile(path, &found, OF_EXIST) != HFILE_ERROR) {
+        CopyText(full, found.szPathName);
+        return;
+    }
+    const DWORD length = GetFullPathNameA(path, sizeof full, full, nullptr);
+    if (length == 0 || length >= sizeof full) {
+        CopyText(full, path);
+    }
+}
+
+const char* NamePart(const char* path)
+{
+    const char* const backslash = strrchr(path, '\\');
+    return backslash != nullptr ? backslash + 1 : path;
+}
+
+// The heading lock of the command line, within what a view can show. It holds for the first document.
+void TakePendingLock()
+{
+    constexpr std::int32_t MostRows = 10;
+    constexpr std::int32_t MostColumns = 1024;
+    const LockSpec& lock = App.Start.Lock;
+    View.LockColStart = std::clamp(lock.ColStart, 0, MostColumns);
+    View.LockTopLine = std::max(lock.TopLine, 0);
+    View.LockCols = std::clamp(lock.Cols, 0, MostColumns);
+    View.LockRows = std::clamp(lock.Rows, 0, MostRows);
+    App.Start.Lock = LockSpec{};
+}
+
+void ForgetScrollMarks()
+{
+    View.MarkCurrent = View.MarkA = View.MarkB = 0;
+}
+
+// Opens and reports; whether there is a document now.
+bool OpenAndReport(HWND mainWindow, const char* path)
+{
+    if (!InitBuffers()) {
+        ReportMessage(mainWindow, IDS_NO_BUFFERS);
+        return false;
+    }
+    switch (OpenDocument(path, App.Info)) {
+    case OpenResult::CannotOpen: ReportMessage(mainWindow, IDS_CANNOT_OPEN, App.FileTitle); return false;
+    case OpenResult::NoStatus: ReportMessage(mainWindow, IDS_NO_STATUS, App.FileTitle); return false;
+    case OpenResult::Opened: break;
+    }
+    return true;
+}
+
+void ShowDocument(HWND mainWindow)
+{
+    // Headings beyond the last line would hold the view below the document.
+    View.LockTopLine = std::min(View.LockTopLine, Document.LineCount - 1);
+    View.TopLine = View.LockTopLine;
+    View.LeftColumn = View.LockColStart;
+    if (!Document.IsText) {
+        SubstituteScreenFont(mainWindow);
+    }
+    View.FileShown = true;
+    SetFileMenuState(true);
+    UpdateTitle(mainWindow);
+    SendMessageA(mainWindow, WM_COMMAND, Document.IsText ? IDM_VIEW_TEXT : IDM_VIEW_HEX, 0);
+    RECT client;
+    GetClientRect(Windows.View, &client);
+    SendMessageA(Windows.View, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+    InvalidateRect(Windows.View, nullptr, TRUE);
+    SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+}
+
+void ShowNothing(HWND mainWindow)
+{
+    SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+    InvalidateRect(Windows.View, nullptr, TRUE);
+    App.FileTitle[0] = '\0';
+}
+
+} // namespace
+
+void OpenSequence(HWND mainWindow, const char* path)
+{
+    char full[MaxPathSize];
+    QualifyPath(path, full);
+    char title[MaxPathSize];
+    CopyText(title, NamePart(full));
+    CharLowerA(title);
+
+    SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
+    ForgetScrollMarks();
+    SetSelectionMenuState(false);
+    CloseDocument();
+    CopyText(App.CurrentPath, full);
+    CopyText(App.FileTitle, title);
+    if (!OpenAndReport(mainWindow, full)) {
+        ShowNothing(mainWindow);
+        return;
+    }
+    CharLowerA(App.CurrentPath);
+    ShowDocument(mainWindow);
+}
+
+void CloseDocument()
+{
+    FreeBuffers();
+    View.FileShown = false;
+    App.ClosedOnIconize = false;
+    App.FileTitle[0] = '\0';
+    Document.LongestLine = 0;
+    View.HiliteLine = 0;
+    View.HiliteLen = 0;
+    ForgetMeasuredLine();
+    TakePendingLock();
+    UpdateTitle(Windows.Main);
+    SetFileMenuState(false);
+}
+
+void UpdateTitle(HWND mainWindow)
+{
+    char title[sizeof "Kestovar-" + MaxPathSize] = "Kestovar";
+    if (App.FileTitle[0] != '\0') {
+        AppendText(title, "-");
+        AppendText(title, App.FileTitle);
+    }
+    SetWindowTextA(mainWindow, title);
+}

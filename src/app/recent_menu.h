@@ -1,0 +1,9 @@
+// The numbered entries at the end of the File menu.
+#pragma once
+
+#include <windows.h>
+
+void BuildRecentMenu(HWND mainWindow);
+
+// Opens the entry that id, one of the recent files' ids, stands for.
+void OpenRecentFile(HWND mainWindow, UINT id);

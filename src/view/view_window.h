@@ -1,0 +1,20 @@
+// The view window: scrolling, selecting, mouse.
+#pragma once
+
+#include <windows.h>
+
+// What the view asks of the rest of the program; handed in once at start.
+struct ViewHooks {
+    void (*SelectionChanged)(bool hasSelection); // commands that need a selection follow
+    bool (*ShowFileList)();                      // false: there is no list to show
+};
+
+extern ViewHooks ViewCalls;
+
+LRESULT CALLBACK ViewWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Removes the selection between two lines and its colouring.
+void ClearSelection(HWND view, int lineA, int lineB);
+
+// Scrolls so that TopLine becomes line, as far as the document allows.
+void ScrollToLine(HWND view, int line);
