@@ -9,10 +9,14 @@ source "$(dirname "${BASH_SOURCE[0]}")/tools/lib.sh"
 
 "$KV_PROJECT/tools/prepare"
 kv_build win32 || kv_fail "the build failed"
-export KESTOVAR_PREFIX=bench
-status=0
-"$KV_PROJECT/tools/with-display" "$KV_PROJECT/tools/wine" \
-    "$KV_PROJECT/build/win32/bench/kestovar_bench.exe" "$@" || status=$?
-# Wine's services would hold the output open for some seconds more.
-"$KV_PROJECT/tools/wine" wineserver -k || true
-exit "$status"
+# The server is stopped while its display is still there: Wine's services would
+# hold the output open for some seconds, and the desktop complain of its loss.
+# shellcheck disable=SC2016 # expanded by the inner shell
+KESTOVAR_PREFIX=bench exec "$KV_PROJECT/tools/with-display" bash -c '
+    wine=$1
+    shift
+    status=0
+    "$wine" "$@" || status=$?
+    "$wine" wineserver -k || true
+    exit "$status"
+' bash "$KV_PROJECT/tools/wine" "$KV_PROJECT/build/win32/bench/kestovar_bench.exe" "$@"

@@ -145,5 +145,10 @@ void UpdateTitle(HWND mainWindow)
         AppendText(title, "-");
         AppendText(title, App.FileTitle);
     }
-    SetWindowTextA(mainWindow, title);
+    // Drawing a caption again costs more than finding that it stays.
+    char shown[sizeof title];
+    GetWindowTextA(mainWindow, shown, sizeof shown);
+    if (strcmp(shown, title) != 0) {
+        SetWindowTextA(mainWindow, title);
+    }
 }

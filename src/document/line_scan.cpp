@@ -71,6 +71,7 @@ std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count)
         const std::int32_t left = (count - 1 - index) / VectorBytes;
         const std::int32_t vectors = left < 255 ? left : 255;
         __m128i counts = _mm_setzero_si128();
+#pragma GCC unroll 4
         for (std::int32_t vector = 0; vector < vectors; ++vector, index += VectorBytes) {
             counts = _mm_sub_epi8(counts, CountedEnds(bytes + index));
         }
@@ -89,10 +90,18 @@ std::int32_t LongestRun(const std::uint8_t* bytes, std::int32_t count, std::int3
     std::int32_t start = 0; // of the run under test
     while (start + longest < count) {
         // Only a run that has no line end in bytes start..start+longest is longer than the longest; any
-        // other leaves the next run to start behind the last line end found there.
+        // other leaves the next run to start behind the last line end found there. Where all lines are
+        // of one length that is the probed byte itself: one look per line.
         const std::int32_t probe = start + longest;
-        if (IsLineEnd(bytes[probe])) {
+        if (bytes[probe] == '\n') {
             start = probe + 1;
+            continue;
+        }
+        if (bytes[probe] == '\r') {
+            start = probe + 1;
+            if (start < count && bytes[start] == '\n') {
+                start = probe + 2; // or the next probe would fall short of its line end
+            }
             continue;
         }
         const std::int32_t lastEnd = FindLastLineEnd(bytes, start, probe);

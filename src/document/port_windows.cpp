@@ -36,25 +36,49 @@ void FreeMemory(MemoryHandle memory)
     GlobalFree(memory);
 }
 
+namespace {
+
+// Where the system's file pointer stands: reading block after block needs no seek in between.
+struct FilePointer {
+    int File = 0;
+    std::int32_t Offset = 0;
+};
+
+FilePointer Pointer;
+
+bool MoveTo(int file, std::int32_t offset)
+{
+    return (Pointer.File == file && Pointer.Offset == offset) || _llseek(file, offset, FILE_BEGIN) == offset;
+}
+
+} // namespace
+
 // _lopen rather than OpenFile: OpenFile keeps only 127 characters of a path, the program 259.
 int OpenForReading(const char* path)
 {
     const HFILE file = _lopen(path, OF_READ);
+    Pointer = FilePointer{};
     return file == HFILE_ERROR ? 0 : file;
 }
 
 void CloseOpenFile(int file)
 {
+    Pointer = FilePointer{};
     _lclose(file);
 }
 
 std::int32_t ReadFileAt(int file, std::int32_t offset, void* destination, std::int32_t bytes)
 {
-    if (file == 0 || _llseek(file, offset, FILE_BEGIN) != offset) {
+    if (file == 0 || !MoveTo(file, offset)) {
         return 0;
     }
     const UINT read = _lread(file, destination, static_cast<UINT>(bytes));
-    return read == static_cast<UINT>(HFILE_ERROR) ? 0 : static_cast<std::int32_t>(read);
+    if (read == static_cast<UINT>(HFILE_ERROR)) {
+        Pointer = FilePointer{};
+        return 0;
+    }
+    Pointer = {file, offset + static_cast<std::int32_t>(read)};
+    return static_cast<std::int32_t>(read);
 }
 
 namespace {

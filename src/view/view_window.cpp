@@ -54,6 +54,18 @@ void SetViewScrollPos(HWND view, int bar, std::int32_t position)
     }
 }
 
+// Drawing a bar takes longer than reading many blocks, so one that stays as it is is left alone. Setting
+// a bar that is not there yet gives it its values, and may show it.
+void SetViewScrollRange(HWND view, int bar, std::int32_t low, std::int32_t high, std::int32_t position)
+{
+    SCROLLINFO now = {sizeof now, SIF_RANGE | SIF_POS, 0, 0, 0, 0, 0};
+    if (GetScrollInfo(view, bar, &now) && now.nMin == low && now.nMax == high && now.nPos == position) {
+        return;
+    }
+    const SCROLLINFO wanted = {sizeof wanted, SIF_RANGE | SIF_POS, low, high, 0, position, 0};
+    SetScrollInfo(view, bar, &wanted, TRUE);
+}
+
 // Moves the unlocked band by lines and repaints what that uncovers.
 void ScrollLines(HWND view, std::int32_t lines)
 {
@@ -100,10 +112,8 @@ void OnSize(HWND view, std::int32_t width, std::int32_t height)
     View.ClientWidth = width;
     View.ClientHeight = height;
     const ScrollBarValues values = MeasureScrolling();
-    SetScrollRange(view, SB_VERT, values.VerticalMin, values.VerticalMax, FALSE);
-    SetScrollPos(view, SB_VERT, values.VerticalPosition, TRUE);
-    SetScrollRange(view, SB_HORZ, values.HorizontalMin, values.HorizontalMax, FALSE);
-    SetScrollPos(view, SB_HORZ, values.HorizontalPosition, TRUE);
+    SetViewScrollRange(view, SB_VERT, values.VerticalMin, values.VerticalMax, values.VerticalPosition);
+    SetViewScrollRange(view, SB_HORZ, values.HorizontalMin, values.HorizontalMax, values.HorizontalPosition);
     RefreshStatus();
 }
 

@@ -149,5 +149,5 @@ TEST(RecentFilesMenu, LongestPathFitsItsText)
     AddRecentPath(recent, ("c:\\" + std::string(MaxPathSize - 4, 'p')).c_str());
     char text[MaxPathSize + 8];
     FormatRecentText(recent, 0, text, sizeof text);
-    EXPECT_EQ(std::string(text), "&1 c:\\..." + std::string(21, 'p'));
+    EXPECT_EQ(std::string(text), "&1 c:\\..." + std::string(27, 'p'));
 }

@@ -1,0 +1,154 @@
+#include "view/position_text.h"
+
+#include "document/document_state.h"
+#include "view/view_state.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr char LineFormat[] = "Line %s Col %i  %i%%";
+
+class PositionText : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        View = ViewState{};
+        Document = DocumentState{};
+        View.FileShown = true;
+        View.LineHeight = 16;
+        View.ClientHeight = 16 * 20;
+        Document.LineCount = 1000;
+    }
+
+    void TearDown() override
+    {
+        View = ViewState{};
+        Document = DocumentState{};
+    }
+
+    static std::string Text()
+    {
+        char text[StatusTextSize];
+        FormatPosition(LineFormat, text);
+        return text;
+    }
+
+    static std::int32_t HexPercent(std::int32_t size, std::int32_t topRow)
+    {
+        View.HexMode = true;
+        Document.FileSize = size;
+        View.TopLine = topRow;
+        return PositionPercent();
+    }
+};
+
+} // namespace
+
+TEST_F(PositionText, IsEmptyWithoutAFile)
+{
+    View.FileShown = false;
+    EXPECT_EQ(Text(), "");
+}
+
+TEST_F(PositionText, SaysTopLineColumnAndPercent)
+{
+    View.TopLine = 479;
+    View.LeftColumn = 7;
+    EXPECT_EQ(Text(), "Line 480 Col 8  50%");
+}
+
+TEST_F(PositionText, LineIsGrouped)
+{
+    Document.LineCount = 3000000;
+    View.TopLine = 1234566;
+    EXPECT_EQ(Text(), "Line 1,234,567 Col 1  41%");
+}
+
+TEST_F(PositionText, HexModeCountsRows)
+{
+    View.HexMode = true;
+    Document.FileSize = 160000;
+    View.TopLine = 4979;
+    EXPECT_EQ(Text(), "Line 4,980 Col 1  50%");
+}
+
+TEST_F(PositionText, LongestTextFits)
+{
+    Document.LineCount = INT32_MAX;
+    View.TopLine = INT32_MAX - 1;
+    View.LeftColumn = INT32_MAX - 1;
+    EXPECT_EQ(Text(), "Line 2147,483,647 Col 2147483647  100%");
+}
+
+TEST_F(PositionText, TextPercentCountsTheLineBelowTheWindow)
+{
+    // 20 rows on screen and one more.
+    EXPECT_EQ(PositionPercent(), 2);
+    Document.LineCount = 210;
+    EXPECT_EQ(PositionPercent(), 10);
+}
+
+TEST_F(PositionText, AtTheEndTextIs100Percent)
+{
+    View.TopLine = 979;
+    EXPECT_EQ(PositionPercent(), 100);
+    View.TopLine = 980;
+    EXPECT_EQ(PositionPercent(), 100);
+    View.TopLine = 978;
+    EXPECT_EQ(PositionPercent(), 99);
+}
+
+TEST_F(PositionText, DocumentShorterThanTheWindowIs100Percent)
+{
+    Document.LineCount = 1;
+    EXPECT_EQ(PositionPercent(), 100);
+}
+
+TEST_F(PositionText, ManyLinesDoNotOverflow)
+{
+    Document.LineCount = 120000000;
+    View.TopLine = 60000000 - 21;
+    EXPECT_EQ(PositionPercent(), 50);
+}
+
+TEST_F(PositionText, EmptyFileInHexModeIs100Percent)
+{
+    EXPECT_EQ(HexPercent(0, 0), 100);
+}
+
+TEST_F(PositionText, HexPercentIsCappedAt100)
+{
+    EXPECT_EQ(HexPercent(16, 0), 100);
+    EXPECT_EQ(HexPercent(10000000, 10000000 / 16), 100);
+    EXPECT_EQ(HexPercent(20000000, 20000000 / 16), 100);
+}
+
+TEST_F(PositionText, HexPercentOfASmallFileIsMultipliedFirst)
+{
+    // 21 rows are 336 bytes.
+    EXPECT_EQ(HexPercent(33600, 0), 1);
+    EXPECT_EQ(HexPercent(33601, 0), 0);
+    // The largest small file: (21 + 374979) * 16 = 6000000 of 12000000, and of one byte more.
+    EXPECT_EQ(HexPercent(12000000, 374979), 50);
+}
+
+TEST_F(PositionText, HexPercentOfALargeFileDividesTheSizeFirst)
+{
+    // The exact half of 12000098 is not reached, but 12000098 / 100 loses its remainder.
+    EXPECT_EQ(HexPercent(12000098, 374979), 50);
+    EXPECT_EQ(static_cast<std::int64_t>(6000000) * 100 / 12000098, 49);
+}
+
+TEST_F(PositionText, FormsChangeAt12000001Bytes)
+{
+    // 1000 rows more than nothing but 1 % of the size: 7500 rows are 120000 bytes.
+    EXPECT_EQ(HexPercent(12000000, 7500 - 21), 1);
+    EXPECT_EQ(HexPercent(12000001, 7500 - 21), 1); // 120000.01 bytes would be 1 %
+}
+
+TEST_F(PositionText, LargestFileDoesNotOverflow)
+{
+    EXPECT_EQ(HexPercent(INT32_MAX, INT32_MAX / 16), 100);
+    EXPECT_EQ(HexPercent(INT32_MAX, INT32_MAX / 32), 50);
+}

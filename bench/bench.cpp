@@ -1,0 +1,106 @@
+#include "bench.h"
+
+#include "app/startup.h"
+#include "document/document_state.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+double Milliseconds()
+{
+    LARGE_INTEGER count;
+    LARGE_INTEGER frequency;
+    QueryPerformanceCounter(&count);
+    QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(count.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
+}
+
+double TimeOf(const std::function<void()>& work)
+{
+    const double start = Milliseconds();
+    work();
+    return Milliseconds() - start;
+}
+
+std::string TemporaryPath(const char* name)
+{
+    char directory[MAX_PATH];
+    GetTempPathA(sizeof directory, directory);
+    return std::string(directory) + name;
+}
+
+} // namespace
+
+void Compare(const std::string& name, const std::string& peer, const std::function<void()>& ours,
+             const std::function<void()>& peerWork)
+{
+    double best = 1e30;
+    double peerBest = 1e30;
+    for (int round = 0; round < Rounds; ++round) {
+        peerBest = std::min(peerBest, TimeOf(peerWork));
+        best = std::min(best, TimeOf(ours));
+    }
+    printf("%s: %.2f x %s (ours %.1f ms, peer %.1f ms)\n", name.c_str(), best / peerBest, peer.c_str(), best, peerBest);
+    fflush(stdout);
+}
+
+BenchFile::BenchFile(const char* name, int megabytes, int lineLength, const char* end) : FilePath(TemporaryPath(name))
+{
+    std::string line;
+    for (int i = 0; i < lineLength; ++i) {
+        line += static_cast<char>('!' + i % 90);
+    }
+    line += end;
+    std::string piece;
+    while (piece.size() < 1000000) {
+        piece += line;
+    }
+    FILE* file = fopen(FilePath.c_str(), "wb");
+    if (file == nullptr) {
+        fprintf(stderr, "cannot write %s\n", FilePath.c_str());
+        exit(1);
+    }
+    for (std::size_t written = 0; written < static_cast<std::size_t>(megabytes) * 1000000; written += piece.size()) {
+        fwrite(piece.data(), 1, piece.size(), file);
+    }
+    fclose(file);
+    ReadWhole(Path());
+}
+
+BenchFile::~BenchFile()
+{
+    DeleteFileA(Path());
+}
+
+void ReadWhole(const char* path)
+{
+    static char buffer[BlockBytes];
+    const HFILE file = _lopen(path, OF_READ);
+    while (_lread(file, buffer, BlockBytes) == static_cast<UINT>(BlockBytes)) {
+    }
+    _lclose(file);
+}
+
+void StartInProcess()
+{
+    StartProgram(GetModuleHandleA(nullptr), nullptr, "-Ibench");
+}
+
+int main()
+{
+    BenchSize();
+    // The document alone, and then in the running program, where every block's reading is announced.
+    DocumentCalls.AnnounceReading = [] {};
+    DocumentCalls.ReadBufferCount = [] { return std::int32_t{MaxCacheSlots}; };
+    BenchIndexing("");
+    BenchMemory();
+    StartInProcess();
+    BenchIndexing(" in the program");
+    BenchOpenSequence();
+    BenchPainting();
+    return 0;
+}
