@@ -19,8 +19,6 @@ struct AppState {
     bool BusyCursor = false;            // show the wait cursor
     bool ClosedOnIconize = false;       // the file was released when the window was minimised
     bool HelpUsed = false;
-    std::int32_t ClientWidth = 0; // last size of the frame's client area, pixels
-    std::int32_t ClientHeight = 0;
 };
 
 extern AppState App;

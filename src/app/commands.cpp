@@ -49,14 +49,14 @@ void SelectAll(HWND, UINT)
     SetSelectionMenuState(true);
 }
 
-void ToTextMode(HWND mainWindow, UINT)
+void ToTextMode(HWND, UINT)
 {
-    SwitchMode(mainWindow, false);
+    SwitchMode(false);
 }
 
-void ToHexMode(HWND mainWindow, UINT)
+void ToHexMode(HWND, UINT)
 {
-    SwitchMode(mainWindow, true);
+    SwitchMode(true);
 }
 
 void SaveAllSettings(HWND, UINT)

@@ -104,11 +104,11 @@ void OpenFromCommandLine(HWND window)
         if (View.FileShown) {
             PostMessageA(window, WM_COMMAND, IDM_FILE_PRINT, 0);
         } else {
-            PostMessageA(window, WM_CLOSE, 0, 0);
+            SendMessageA(window, WM_CLOSE, 0, 0);
         }
     }
     if (App.Start.Error) {
-        ReportMessage(window, IDS_COMMAND_LINE_ERROR);
+        ReportMessage(IsWindow(window) ? window : nullptr, IDS_COMMAND_LINE_ERROR);
     }
 }
 
@@ -118,7 +118,7 @@ void OnCreate(HWND window)
     Windows.MainMenu = GetMenu(window);
     AdaptToScreen();
     Windows.Accelerators = LoadAcceleratorsA(Windows.Instance, "Kestovar");
-    CreateScreenFont(window, false);
+    CreateScreenFont(false);
     CreateRegionObjects();
     ExtendSystemMenu(window);
     NameEscInMenu();
@@ -162,8 +162,8 @@ void Repaint(HWND window)
 
 void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
 {
-    App.ClientWidth = width;
-    App.ClientHeight = height;
+    Windows.ClientWidth = width;
+    Windows.ClientHeight = height;
     if (kind == SIZE_MINIMIZED) {
         ReleaseFileOfIcon();
     }

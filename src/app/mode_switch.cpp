@@ -1,6 +1,5 @@
 #include "app/mode_switch.h"
 
-#include "app/app_state.h"
 #include "app/menu_state.h"
 #include "document/document_state.h"
 #include "document/line_index.h"
@@ -25,7 +24,7 @@ void ForgetMatchAndSelection()
 
 } // namespace
 
-void SwitchMode(HWND mainWindow, bool hexMode)
+void SwitchMode(bool hexMode)
 {
     if (!View.FileShown) {
         return;
@@ -41,11 +40,11 @@ void SwitchMode(HWND mainWindow, bool hexMode)
     ForgetMatchAndSelection();
     View.TopLine = hexMode && Document.IsText ? HexRowOfLine(View.TopLine + 1) : 0;
     View.LeftColumn = 0;
-    SendMessageA(mainWindow, WM_SIZE, SIZE_RESTORED, MAKELPARAM(App.ClientWidth, App.ClientHeight));
+    LayOutFrameAnew();
     if (hexMode) {
-        SubstituteScreenFont(mainWindow);
+        SubstituteScreenFont();
     } else {
-        RestoreScreenFont(mainWindow);
+        RestoreScreenFont();
     }
     InvalidateRect(Windows.View, nullptr, TRUE);
     PostMessageA(Windows.Status, WM_SHOW_POSITION, 0, 0);

@@ -79,7 +79,7 @@ void ShowDocument(HWND mainWindow)
     View.TopLine = View.LockTopLine;
     View.LeftColumn = View.LockColStart;
     if (!Document.IsText) {
-        SubstituteScreenFont(mainWindow);
+        SubstituteScreenFont();
     }
     View.FileShown = true;
     SetFileMenuState(true);

@@ -111,6 +111,9 @@ void StartProgram(HINSTANCE instance, HINSTANCE previousInstance, const char* co
     }
     ReadAllSettings();
     CreateFrame(placement);
+    if (Windows.Main == nullptr) {
+        return; // there was nothing to print, and the window has closed itself
+    }
     if (AppOptions.SuppressMenu != 0) {
         SetMenu(Windows.Main, nullptr);
     }

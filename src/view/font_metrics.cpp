@@ -27,5 +27,5 @@ std::int32_t FontHeight(std::int32_t fontSize)
 
 std::int32_t HeldFontSize(std::int32_t size)
 {
-    return size > 0 ? -size : size;
+    return size > 0 ? -size : std::max(size, -INT32_MAX); // so that it can be turned positive again
 }

@@ -14,6 +14,8 @@ struct FrameWindows {
     HMENU MainMenu = nullptr; // kept while the menu bar is hidden
     HMENU SystemMenu = nullptr;
     HACCEL Accelerators = nullptr;
+    int ClientWidth = 0; // of the frame when it was sized last, pixels
+    int ClientHeight = 0;
 };
 
 extern FrameWindows Windows;
@@ -47,4 +49,8 @@ constexpr UINT WM_SHOW_STRING = WM_USER + 5;    // wParam string id
 // To the view: a vertical scroll request; with code ScrollToTarget TopLine becomes lParam.
 constexpr UINT WM_SCROLL_VIEW = WM_USER + 12;
 
+// Has the status line show the position.
 void RefreshStatus();
+
+// Lays the frame's children out anew in the size it has.
+void LayOutFrameAnew();

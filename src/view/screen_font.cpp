@@ -19,17 +19,6 @@ HFONT CreateChosenFont()
     return CreateFontIndirectA(&font);
 }
 
-void LayOutAnew(HWND mainWindow)
-{
-    if (Windows.View == nullptr) {
-        return;
-    }
-    RECT client;
-    GetClientRect(mainWindow, &client);
-    SendMessageA(mainWindow, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
-    InvalidateRect(Windows.View, nullptr, TRUE);
-}
-
 } // namespace
 
 void DeleteScreenFont()
@@ -55,7 +44,7 @@ void FontMetrics()
     View.FontIsAnsi = metrics.tmCharSet == ANSI_CHARSET;
 }
 
-void CreateScreenFont(HWND mainWindow, bool useStock)
+void CreateScreenFont(bool useStock)
 {
     DeleteScreenFont();
     Drawing.FallbackFont = static_cast<HFONT>(GetStockObject(ANSI_FIXED_FONT));
@@ -64,21 +53,24 @@ void CreateScreenFont(HWND mainWindow, bool useStock)
         Drawing.ScreenFont = Drawing.FallbackFont;
     }
     FontMetrics();
-    LayOutAnew(mainWindow);
-}
-
-void SubstituteScreenFont(HWND mainWindow)
-{
-    if (!View.FontIsFixed) {
-        View.SubstituteFixedFont = true;
-        CreateScreenFont(mainWindow, true);
+    if (Windows.View != nullptr) {
+        LayOutFrameAnew();
+        InvalidateRect(Windows.View, nullptr, TRUE);
     }
 }
 
-void RestoreScreenFont(HWND mainWindow)
+void SubstituteScreenFont()
+{
+    if (!View.FontIsFixed) {
+        View.SubstituteFixedFont = true;
+        CreateScreenFont(true);
+    }
+}
+
+void RestoreScreenFont()
 {
     if (View.SubstituteFixedFont) {
         View.SubstituteFixedFont = false;
-        CreateScreenFont(mainWindow, false);
+        CreateScreenFont(false);
     }
 }

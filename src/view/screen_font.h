@@ -1,11 +1,9 @@
 // The font that the view is written in.
 #pragma once
 
-#include <windows.h>
-
 // Builds the view font from the settings, or takes the stock fixed-pitch font, measures it and, once
 // there is a view, lays the frame out anew and repaints.
-void CreateScreenFont(HWND mainWindow, bool useStock);
+void CreateScreenFont(bool useStock);
 
 // Measures the current font into the view state.
 void FontMetrics();
@@ -14,7 +12,7 @@ void FontMetrics();
 void DeleteScreenFont();
 
 // For a dump or a non-text file: puts the stock font in place of a proportional one.
-void SubstituteScreenFont(HWND mainWindow);
+void SubstituteScreenFont();
 
 // Back to the chosen font.
-void RestoreScreenFont(HWND mainWindow);
+void RestoreScreenFont();

@@ -356,6 +356,11 @@ void RefreshStatus()
     SendMessageA(Windows.Status, WM_SHOW_POSITION, 0, 0);
 }
 
+void LayOutFrameAnew()
+{
+    SendMessageA(Windows.Main, WM_SIZE, SIZE_RESTORED, MAKELPARAM(Windows.ClientWidth, Windows.ClientHeight));
+}
+
 void ScrollToLine(HWND view, int line)
 {
     SendMessageA(view, WM_SCROLL_VIEW, ScrollToTarget, line);

@@ -1,0 +1,186 @@
+#include "document/line_scan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <random>
+#include <string>
+
+namespace {
+
+// A heap copy of exactly the bytes, so that a look past them is an error a sanitizer sees.
+class Exact {
+public:
+    explicit Exact(const std::string& text) : Data(new std::uint8_t[text.size()]), Count(static_cast<std::int32_t>(text.size()))
+    {
+        if (!text.empty()) {
+            memcpy(Data.get(), text.data(), text.size());
+        }
+    }
+
+    std::unique_ptr<std::uint8_t[]> Data;
+    std::int32_t Count;
+};
+
+std::int32_t EndsOneByOne(const std::string& text)
+{
+    std::int32_t ends = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' || text[i] == '\n') {
+            ++ends;
+            i += text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+        }
+    }
+    return ends;
+}
+
+std::int32_t LongestOneByOne(const std::string& text, std::int32_t atLeast)
+{
+    std::int32_t longest = atLeast;
+    std::int32_t run = 0;
+    for (const char byte : text) {
+        run = byte == '\r' || byte == '\n' ? 0 : run + 1;
+        longest = std::max(longest, run);
+    }
+    return longest;
+}
+
+std::int32_t FindOneByOne(const std::string& text, std::size_t start)
+{
+    return static_cast<std::int32_t>(std::min(text.find_first_of("\r\n", start), text.size()));
+}
+
+std::int32_t Count(const std::string& text)
+{
+    const Exact exact(text);
+    return CountLineEnds(exact.Data.get(), exact.Count);
+}
+
+// Bytes next to the line ends' values, and those whose sign differs, come up often.
+std::string RandomText(std::mt19937& random, std::size_t size, unsigned endsInTen)
+{
+    static constexpr char Others[] = {0, 9, 11, 12, 14, ' ', 'a', '\x8A', '\x8D', '\xFF'};
+    std::string text(size, ' ');
+    for (char& byte : text) {
+        const bool end = random() % 10 < endsInTen;
+        byte = end ? (random() % 2 != 0 ? '\r' : '\n') : Others[random() % sizeof Others];
+    }
+    return text;
+}
+
+void CompareAll(const std::string& text, std::mt19937& random)
+{
+    const Exact exact(text);
+    ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), EndsOneByOne(text));
+    for (const std::int32_t atLeast : {0, 1, static_cast<std::int32_t>(random() % 40), 1000}) {
+        ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, atLeast), LongestOneByOne(text, atLeast)) << atLeast;
+    }
+    for (std::size_t start = 0; start <= text.size(); start += 1 + random() % 5) {
+        ASSERT_EQ(FindLineEnd(exact.Data.get(), static_cast<std::int32_t>(start), exact.Count),
+                  FindOneByOne(text, start))
+            << start;
+    }
+}
+
+} // namespace
+
+TEST(LineScan, EachKindOfLineEndCountsOnce)
+{
+    EXPECT_EQ(Count(""), 0);
+    EXPECT_EQ(Count("abc"), 0);
+    EXPECT_EQ(Count("a\nb\n"), 2);
+    EXPECT_EQ(Count("a\rb\r"), 2);
+    EXPECT_EQ(Count("a\r\nb\r\n"), 2);
+    EXPECT_EQ(Count("a\n\rb"), 2);
+    EXPECT_EQ(Count("\r\r\n\n"), 3);
+}
+
+TEST(LineScan, CarriageReturnAsTheLastByteCounts)
+{
+    EXPECT_EQ(Count("\r"), 1);
+    for (std::size_t length = 0; length < 70; ++length) {
+        EXPECT_EQ(Count(std::string(length, 'a') + "\r"), 1) << length;
+    }
+}
+
+TEST(LineScan, PairSplitBetweenTwoVectorsCountsOnce)
+{
+    for (std::size_t length = 0; length < 70; ++length) {
+        EXPECT_EQ(Count(std::string(length, 'a') + "\r\n" + std::string(20, 'b')), 1) << length;
+    }
+}
+
+TEST(LineScan, CountersDoNotOverflowInALongRunOfLineEnds)
+{
+    // A vector's byte counters hold 255; 30000 bytes are 1875 vectors.
+    EXPECT_EQ(Count(std::string(30000, '\n')), 30000);
+    EXPECT_EQ(Count(std::string(30000, '\r')), 30000);
+    EXPECT_EQ(Count(std::string(255 * 16 + 1, '\n')), 255 * 16 + 1);
+    EXPECT_EQ(Count(std::string(256 * 16 + 1, '\n')), 256 * 16 + 1);
+}
+
+TEST(LineScan, LongestRunIsOnlyWhatIsLongerThanAtLeast)
+{
+    const Exact text("aaa\nbbbbb\rcc");
+    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 0), 5);
+    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 4), 5);
+    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 5), 5);
+    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 9), 9);
+}
+
+TEST(LineScan, LongestRunMayBeTheFirstOrTheLast)
+{
+    const Exact first("aaaaa\nbb\n");
+    EXPECT_EQ(LongestRun(first.Data.get(), first.Count, 0), 5);
+    const Exact last("a\nbb\nccccc");
+    EXPECT_EQ(LongestRun(last.Data.get(), last.Count, 0), 5);
+    const Exact whole("abcde");
+    EXPECT_EQ(LongestRun(whole.Data.get(), whole.Count, 0), 5);
+}
+
+TEST(LineScan, FindsTheFirstLineEndFromStartOn)
+{
+    const Exact text("ab\rcd\nef");
+    EXPECT_EQ(FindLineEnd(text.Data.get(), 0, text.Count), 2);
+    EXPECT_EQ(FindLineEnd(text.Data.get(), 2, text.Count), 2);
+    EXPECT_EQ(FindLineEnd(text.Data.get(), 3, text.Count), 5);
+    EXPECT_EQ(FindLineEnd(text.Data.get(), 6, text.Count), 8);
+    EXPECT_EQ(FindLineEnd(text.Data.get(), 8, text.Count), 8);
+}
+
+TEST(LineScan, AgreesWithByteLoopsForEveryLengthUpTo200)
+{
+    std::mt19937 random(1);
+    for (std::size_t size = 0; size <= 200; ++size) {
+        for (const unsigned endsInTen : {0u, 1u, 1u, 3u, 7u, 10u}) {
+            CompareAll(RandomText(random, size, endsInTen), random);
+        }
+    }
+}
+
+TEST(LineScan, AgreesWithByteLoopsWithASingleLineEndAnywhere)
+{
+    for (std::size_t size = 1; size <= 80; ++size) {
+        for (std::size_t at = 0; at < size; ++at) {
+            std::string text(size, 'x');
+            text[at] = at % 2 != 0 ? '\r' : '\n';
+            const Exact exact(text);
+            ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), 1);
+            ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, 0), LongestOneByOne(text, 0));
+            ASSERT_EQ(FindLineEnd(exact.Data.get(), 0, exact.Count), static_cast<std::int32_t>(at));
+        }
+    }
+}
+
+TEST(LineScan, AgreesWithByteLoopsOnWholeBlocks)
+{
+    std::mt19937 random(2);
+    for (int i = 0; i < 4; ++i) {
+        const std::string text = RandomText(random, 30000 - static_cast<std::size_t>(i), 1);
+        const Exact exact(text);
+        ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), EndsOneByOne(text));
+        ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, 0), LongestOneByOne(text, 0));
+    }
+}

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
 constexpr char LineFormat[] = "Line %s Col %i  %i%%";
@@ -129,22 +131,21 @@ TEST_F(PositionText, HexPercentOfASmallFileIsMultipliedFirst)
     // 21 rows are 336 bytes.
     EXPECT_EQ(HexPercent(33600, 0), 1);
     EXPECT_EQ(HexPercent(33601, 0), 0);
-    // The largest small file: (21 + 374979) * 16 = 6000000 of 12000000, and of one byte more.
-    EXPECT_EQ(HexPercent(12000000, 374979), 50);
+    EXPECT_EQ(HexPercent(12000000, 375000 - 21), 50);
 }
 
 TEST_F(PositionText, HexPercentOfALargeFileDividesTheSizeFirst)
 {
-    // The exact half of 12000098 is not reached, but 12000098 / 100 loses its remainder.
-    EXPECT_EQ(HexPercent(12000098, 374979), 50);
-    EXPECT_EQ(static_cast<std::int64_t>(6000000) * 100 / 12000098, 49);
+    // 7500 rows are 120000 bytes: as much as 12000001 / 100, but less than 1 % of the size.
+    EXPECT_EQ(HexPercent(12000001, 7500 - 21), 1);
 }
 
-TEST_F(PositionText, FormsChangeAt12000001Bytes)
+TEST_F(PositionText, SizeIsNotDividedFirstBelow12000001Bytes)
 {
-    // 1000 rows more than nothing but 1 % of the size: 7500 rows are 120000 bytes.
+    // 119999 rows are 16 times 11999999 / 100, but less than 16 % of the size.
+    EXPECT_EQ(HexPercent(11999999, 119999 - 21), 15);
     EXPECT_EQ(HexPercent(12000000, 7500 - 21), 1);
-    EXPECT_EQ(HexPercent(12000001, 7500 - 21), 1); // 120000.01 bytes would be 1 %
+    EXPECT_EQ(HexPercent(12000000, 7499 - 21), 0);
 }
 
 TEST_F(PositionText, LargestFileDoesNotOverflow)
