@@ -8,7 +8,7 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/tools/lib.sh"
 
 "$KV_PROJECT/tools/prepare"
-kv_build win32 || kv_fail "the build failed"
+kv_build win32 kestovar_bench || kv_fail "the build failed"
 # The server is stopped while its display is still there: Wine's services would
 # hold the output open for some seconds, and the desktop complain of its loss.
 # shellcheck disable=SC2016 # expanded by the inner shell

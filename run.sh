@@ -87,7 +87,7 @@ show_as_picture() {
 
 if [[ -z ${KESTOVAR_OWN_DISPLAY:-} ]]; then
     "$KV_PROJECT/tools/prepare"
-    kv_build win32 || kv_fail "the build failed"
+    kv_build win32 kestovar wait_window || kv_fail "the build failed"
     if [[ -z ${DISPLAY:-} ]] || ! timeout 5 xdpyinfo >/dev/null 2>&1; then
         # Once more, from here on, with a display of our own.
         KESTOVAR_OWN_DISPLAY=1 exec "$KV_PROJECT/tools/with-display" "$KV_PROJECT/run.sh" "$file"

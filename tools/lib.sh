@@ -106,17 +106,23 @@ kv_drop_prefix() {
     rm -rf "${KV_PREFIXES:?}/$1"
 }
 
-# kv_build PRESET: configures and builds PRESET; shows the output, kept in
-# build/build-PRESET.log, only when that fails. Two builds of one tree at once
+# kv_build PRESET [TARGET...]: configures PRESET and builds it, or the named
+# targets of it; shows the output, kept in build/build-PRESET.log, only when
+# that fails. Two builds of one tree at once
 # would spoil each other, hence the lock.
 kv_build() {
-    local log=$KV_PROJECT/build/build-$1.log
+    local preset=$1
+    shift
+    local log=$KV_PROJECT/build/build-$preset.log
     mkdir -p "$KV_PROJECT/build"
     if ! (
         cd "$KV_PROJECT"
         # shellcheck disable=SC2016 # expanded by the inner shell
         exec flock --close build/.build.lock \
-            sh -c 'cmake --preset "$1" && cmake --build --preset "$1"' sh "$1"
+            sh -c 'preset=$1
+                shift
+                cmake --preset "$preset" && cmake --build --preset "$preset" "$@"' \
+            sh "$preset" ${1:+--target "$@"}
     ) >"$log" 2>&1; then
         cat "$log" >&2
         return 1

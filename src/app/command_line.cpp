@@ -1,7 +1,5 @@
 #include "app/command_line.h"
 
-#include "base/text.h"
-
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
@@ -40,8 +38,8 @@ Parsing Fail(CommandLine& result)
 
 std::int32_t NumberFrom(const char* token, std::int32_t less)
 {
-    const long long number = strtoll(token, nullptr, 10) - less;
-    return static_cast<std::int32_t>(std::clamp<long long>(number, INT32_MIN, INT32_MAX));
+    const long long number = std::clamp<long long>(strtoll(token, nullptr, 10), INT32_MIN, INT32_MAX);
+    return static_cast<std::int32_t>(std::max<long long>(number - less, INT32_MIN));
 }
 
 Parsing ParseSection(const char* name, CommandLine& result)

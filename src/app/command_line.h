@@ -1,11 +1,10 @@
 // The command line:  [FILE] [-Iname] [-P] [-L a b c d] [-x y w h]
 #pragma once
 
+#include "base/text.h"
+
 #include <cstddef>
 #include <cstdint>
-
-// Paths are at most 259 characters.
-constexpr std::size_t MaxPathSize = 260;
 
 // A settings section's name is at most 19 characters.
 constexpr std::size_t SectionNameSize = 20;

@@ -14,17 +14,16 @@
 
 namespace {
 
-void CloseFile(HWND mainWindow, UINT)
-{
-    CloseDocument();
-    InvalidateRect(Windows.View, nullptr, TRUE);
-    ShowWindow(mainWindow, SW_MINIMIZE);
-}
-
 void CloseAndClear(HWND, UINT)
 {
     CloseDocument();
     InvalidateRect(Windows.View, nullptr, TRUE);
+}
+
+void CloseFile(HWND mainWindow, UINT id)
+{
+    CloseAndClear(mainWindow, id);
+    ShowWindow(mainWindow, SW_MINIMIZE);
 }
 
 void Reopen(HWND mainWindow, UINT)
@@ -91,6 +90,15 @@ UINT RowOf(UINT id)
     return id >= IDM_RECENT_FIRST && id <= IDM_RECENT_LAST ? IDM_RECENT_FIRST : id;
 }
 
+bool IsPossible(const Command& command)
+{
+    switch (command.Needs) {
+    case CommandNeeds::File: return View.FileShown;
+    case CommandNeeds::Selection: return HasSelection();
+    default: return true;
+    }
+}
+
 } // namespace
 
 std::span<const Command> Commands()
@@ -102,7 +110,9 @@ LRESULT DispatchCommand(HWND mainWindow, UINT message, UINT id, LPARAM lParam)
 {
     for (const Command& command : Table) {
         if (command.Id == RowOf(id)) {
-            command.Run(mainWindow, id);
+            if (IsPossible(command)) {
+                command.Run(mainWindow, id);
+            }
             return 0;
         }
     }

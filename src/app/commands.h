@@ -1,5 +1,5 @@
 // Every command of the program is a row: its id, when it is possible, what it does. Menus, keys and
-// private requests all go through DispatchCommand.
+// private requests all go through DispatchCommand. A command that is not possible does nothing.
 #pragma once
 
 #include <span>
@@ -9,7 +9,7 @@ enum class CommandNeeds { Nothing, File, Selection };
 
 struct Command {
     UINT Id;
-    CommandNeeds Needs; // its menu item is grey without it
+    CommandNeeds Needs; // without it the command is not possible and its menu item grey
     void (*Run)(HWND mainWindow, UINT id);
 };
 

@@ -100,15 +100,15 @@ void OpenFromCommandLine(HWND window)
     if (App.Start.FileName[0] != '\0') {
         OpenSequence(window, App.Start.FileName);
     }
+    if (App.Start.Error) {
+        ReportMessage(window, IDS_COMMAND_LINE_ERROR);
+    }
     if (App.Start.PrintAndExit) {
         if (View.FileShown) {
             PostMessageA(window, WM_COMMAND, IDM_FILE_PRINT, 0);
         } else {
             SendMessageA(window, WM_CLOSE, 0, 0);
         }
-    }
-    if (App.Start.Error) {
-        ReportMessage(IsWindow(window) ? window : nullptr, IDS_COMMAND_LINE_ERROR);
     }
 }
 
@@ -128,20 +128,20 @@ void OnCreate(HWND window)
     OpenFromCommandLine(window);
 }
 
-void OnDestroy()
+void OnDestroy(HWND window)
 {
     DeleteRegionObjects();
     if (Drawing.GreyBrush != nullptr) {
         DeleteObject(Drawing.GreyBrush);
     }
     DeleteScreenFont();
-    if (AppOptions.SuppressMenu != 0) {
-        DestroyMenu(Windows.MainMenu); // hidden, so no window destroys it
-    }
     if (App.HelpUsed) {
-        WinHelpA(Windows.Main, App.HelpPath, HELP_QUIT, 0);
+        WinHelpA(window, App.HelpPath, HELP_QUIT, 0);
     }
     CloseDocument();
+    if (GetMenu(window) == nullptr) {
+        DestroyMenu(Windows.MainMenu); // hidden, so no window destroys it
+    }
     SaveRecentFiles();
     PostQuitMessage(0);
 }
@@ -178,9 +178,7 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
     if (layout.StatusHeight != 0) {
         Repaint(Windows.Status);
     }
-    RECT client;
-    GetClientRect(Windows.View, &client);
-    SendMessageA(Windows.View, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+    MeasureViewAnew();
 }
 
 // The window is about to come back from its icon: so must the file that was released.
@@ -189,10 +187,11 @@ void OnQueryOpen(HWND window)
     if (!View.FileShown || !App.ClosedOnIconize) {
         return;
     }
+    App.ClosedOnIconize = false;
     switch (ReopenFile(App.CurrentPath)) {
     case ReopenResult::CannotOpen:
+        CloseDocument(); // before anything can be painted behind the box
         ReportMessage(window, IDS_CANNOT_REOPEN);
-        CloseDocument();
         break;
     case ReopenResult::Changed:
         ReportMessage(window, IDS_FILE_CHANGED);
@@ -201,7 +200,6 @@ void OnQueryOpen(HWND window)
         break;
     case ReopenResult::Unchanged: break;
     }
-    App.ClosedOnIconize = false;
 }
 
 struct ScrollKey {
@@ -261,7 +259,7 @@ LRESULT OnSetCursor(HWND window, WPARAM wParam, LPARAM lParam)
 
 LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam)
 {
-    if (wParam == IDM_SYSTEM_MENU_BAR || wParam == IDM_SYSTEM_MENU_BAR + 1) {
+    if (wParam == IDM_SYSTEM_MENU_BAR) {
         return DispatchCommand(window, WM_SYSCOMMAND, static_cast<UINT>(wParam), lParam);
     }
     return DefWindowProcA(window, WM_SYSCOMMAND, wParam, lParam);
@@ -278,7 +276,7 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
 {
     switch (message) {
     case WM_CREATE: OnCreate(window); return 0;
-    case WM_DESTROY: OnDestroy(); return 0;
+    case WM_DESTROY: OnDestroy(window); return 0;
     case WM_SIZE: OnSize(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
     case WM_QUERYOPEN: OnQueryOpen(window); return 1;
     case WM_WININICHANGE: LoadIntlSettings(); return 0;

@@ -15,16 +15,17 @@ constexpr int MessageLength = 200;
 // The longest message with a whole path in it.
 char MessageText[MessageLength + MaxPathSize];
 
-// The formats are the program's own string table.
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
-
 void FormatMessageText(UINT stringId, va_list arguments)
 {
     char format[MessageLength];
     if (LoadStringA(Windows.Instance, stringId, format, sizeof format) == 0) {
         format[0] = '\0';
     }
+    // The formats are the program's own string table.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
     vsnprintf(MessageText, sizeof MessageText, format, arguments);
+#pragma GCC diagnostic pop
 }
 
 int Ask(HWND owner, UINT stringId, ...)

@@ -57,19 +57,19 @@ void ForgetScrollMarks()
     View.MarkCurrent = View.MarkA = View.MarkB = 0;
 }
 
-// Opens and reports; whether there is a document now.
-bool OpenAndReport(HWND mainWindow, const char* path)
+constexpr UINT NoFailure = 0;
+
+// Opens; returns the string that says why not, or NoFailure.
+UINT TryToOpen(const char* path)
 {
     if (!InitBuffers()) {
-        ReportMessage(mainWindow, IDS_NO_BUFFERS);
-        return false;
+        return IDS_NO_BUFFERS;
     }
     switch (OpenDocument(path, App.Info)) {
-    case OpenResult::CannotOpen: ReportMessage(mainWindow, IDS_CANNOT_OPEN, App.FileTitle); return false;
-    case OpenResult::NoStatus: ReportMessage(mainWindow, IDS_NO_STATUS, App.FileTitle); return false;
-    case OpenResult::Opened: break;
+    case OpenResult::CannotOpen: return IDS_CANNOT_OPEN;
+    case OpenResult::NoStatus: return IDS_NO_STATUS;
+    default: return NoFailure;
     }
-    return true;
 }
 
 void ShowDocument(HWND mainWindow)
@@ -85,18 +85,17 @@ void ShowDocument(HWND mainWindow)
     SetFileMenuState(true);
     UpdateTitle(mainWindow);
     SendMessageA(mainWindow, WM_COMMAND, Document.IsText ? IDM_VIEW_TEXT : IDM_VIEW_HEX, 0);
-    RECT client;
-    GetClientRect(Windows.View, &client);
-    SendMessageA(Windows.View, WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+    MeasureViewAnew();
     InvalidateRect(Windows.View, nullptr, TRUE);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
 }
 
-void ShowNothing(HWND mainWindow)
+// No document is shown from before the report on: while its box is open, another may be dropped.
+void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
 {
+    ReportMessage(mainWindow, stringId, title);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
     InvalidateRect(Windows.View, nullptr, TRUE);
-    App.FileTitle[0] = '\0';
 }
 
 } // namespace
@@ -114,11 +113,12 @@ void OpenSequence(HWND mainWindow, const char* path)
     SetSelectionMenuState(false);
     CloseDocument();
     CopyText(App.CurrentPath, full);
-    CopyText(App.FileTitle, title);
-    if (!OpenAndReport(mainWindow, full)) {
-        ShowNothing(mainWindow);
+    const UINT failure = TryToOpen(full);
+    if (failure != NoFailure) {
+        ReportFailure(mainWindow, failure, title);
         return;
     }
+    CopyText(App.FileTitle, title);
     CharLowerA(App.CurrentPath);
     ShowDocument(mainWindow);
 }

@@ -1,7 +1,6 @@
 #include "app/recent_files.h"
 
 #include "base/format.h"
-#include "base/text.h"
 
 #include <cstdio>
 #include <cstring>

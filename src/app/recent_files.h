@@ -1,7 +1,7 @@
 // The files opened lately through the Open dialog, oldest first.
 #pragma once
 
-#include "app/command_line.h"
+#include "base/text.h"
 
 #include <cstddef>
 

@@ -60,9 +60,8 @@ void WireRooms()
     ViewCalls.ShowFileList = ShowNoFileList;
 }
 
-void ReadAllSettings()
+void LoadCursors()
 {
-    LoadSettings();
     Drawing.WaitCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT));
     Drawing.IbeamCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_IBEAM));
 }
@@ -80,11 +79,10 @@ WindowPlacement ChoosePlacement()
 // The frame's own WM_CREATE opens the file of the command line.
 void CreateFrame(const WindowPlacement& placement)
 {
-    WindowRectangle r = placement.Rectangle;
+    const WindowRectangle& r = placement.Rectangle;
     DWORD style = WS_OVERLAPPEDWINDOW;
     if (placement.Maximized) {
         style |= WS_MAXIMIZE;
-        r.Left = r.Width = r.Height = CW_USEDEFAULT;
     } else if (placement.Minimized) {
         style |= WS_MINIMIZE;
     }
@@ -109,10 +107,13 @@ void StartProgram(HINSTANCE instance, HINSTANCE previousInstance, const char* co
     if (placement.Maximized && showCommand == SW_SHOWNORMAL) {
         showCommand = SW_SHOWMAXIMIZED;
     }
-    ReadAllSettings();
+    LoadSettings();
+    LoadCursors();
     CreateFrame(placement);
     if (Windows.Main == nullptr) {
-        return; // there was nothing to print, and the window has closed itself
+        // There was nothing to print and the window has closed itself, or there is no window to be had.
+        PostQuitMessage(0);
+        return;
     }
     if (AppOptions.SuppressMenu != 0) {
         SetMenu(Windows.Main, nullptr);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The buttons and their bubbles are drawn elsewhere; an empty bar is all background.
+// For the bar, which is empty so far and all background, and for its bubbles.
 constexpr WNDPROC NoProcedure = DefWindowProcA;
 
 WNDCLASSA MakeClass(HINSTANCE instance, const char* name, UINT style, WNDPROC procedure)

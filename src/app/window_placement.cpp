@@ -49,6 +49,8 @@ WindowPlacement PlaceWindow(const char* saved, bool hasSection, const char* comm
     const WindowRectangle r = ClampToScreen(wanted, screen);
     const bool whole = r.Left == 0 && r.Top == 0 && r.Width == screen.Width && r.Height == screen.Height;
     const bool nothing = r.Left == 0 && r.Top == 0 && r.Width == 0 && r.Height == 0;
-    // A window without extent gets the default rectangle, for a minimised one the size it is restored to.
-    return {r.Width + r.Height == 0 ? DefaultRectangle(screen) : r, whole, nothing};
+    // A window without extent gets the default rectangle, and so does one that fills the screen: it is
+    // what a minimised or maximised window is restored to.
+    const bool useDefault = r.Width + r.Height == 0 || whole;
+    return {useDefault ? DefaultRectangle(screen) : r, whole, nothing};
 }

@@ -19,7 +19,7 @@ struct WindowRectangle {
 
 struct WindowPlacement {
     WindowRectangle Rectangle;
-    bool Maximized; // the system chooses left, width and height
+    bool Maximized; // the rectangle is the one it is restored to
     bool Minimized;
 };
 

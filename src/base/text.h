@@ -3,6 +3,9 @@
 
 #include <cstddef>
 
+// Paths are at most 259 characters.
+constexpr std::size_t MaxPathSize = 260;
+
 // Copies source into destination (size bytes, at least 1), cutting what does not fit; the result is
 // always terminated.
 void CopyText(char* destination, std::size_t size, const char* source);

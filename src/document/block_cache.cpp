@@ -101,7 +101,8 @@ void ReadBlockFromFile(std::int32_t block)
     Document.CurBlockBytes =
         ReadFileAt(Document.FileHandle, (block - 1) * BlockBytes, Document.WorkData, BlockBytes);
     ClearSamples();
-    Document.CurBlock = block;
+    // What cannot be read now, while the file is released, must not be taken for the block later.
+    Document.CurBlock = Document.FileHandle != 0 ? block : 0;
 }
 
 void FreeLocked(MemoryHandle& memory)

@@ -6,6 +6,7 @@
 #include "document/port.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -17,14 +18,16 @@ void IdentifyFile(const FileStatus& status, FileInfo& info)
     info.Attributes = status.Attributes;
 }
 
-// Block 1 of a file over the text limit is loaded by way of the cache: the untouched working buffer is
+// Block 1 of a file over the text limit is loaded by way of the cache: the zero-filled working buffer is
 // parked as block 2 on the way, so block 2 of such a file reads as zero bytes as long as there is a
 // cache slot. The gap is deliberate and kept.
 void TakeAsTooLargeForText()
 {
     Document.IsText = false;
     Document.CurBlock = 2;
-    Document.CurBlockBytes = BlockBytes; // all of block 2, whatever the document before left here
+    // All of block 2, and nothing of what the document before left here.
+    Document.CurBlockBytes = std::clamp(Document.FileSize - BlockBytes, 0, BlockBytes);
+    memset(Document.WorkData, 0, BlockBytes);
 }
 
 void TakeAsEmpty()

@@ -297,5 +297,5 @@ void SetFixedLineLength(std::int32_t length)
 std::int32_t HexRowOfLine(std::int32_t line)
 {
     SeekLine(line, 0);
-    return ((Document.CurBlock - 1) * BlockBytes + Document.CurOffset) / 16;
+    return Document.CurBlock > 0 ? ((Document.CurBlock - 1) * BlockBytes + Document.CurOffset) / 16 : 0;
 }

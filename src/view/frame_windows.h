@@ -54,3 +54,6 @@ void RefreshStatus();
 
 // Lays the frame's children out anew in the size it has.
 void LayOutFrameAnew();
+
+// Has the view compute its scroll ranges anew in the size it has.
+void MeasureViewAnew();

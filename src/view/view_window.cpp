@@ -12,8 +12,6 @@
 #include <algorithm>
 #include <windowsx.h>
 
-FrameWindows Windows;
-DrawingObjects Drawing;
 ViewHooks ViewCalls;
 
 namespace {
@@ -350,16 +348,6 @@ void OnTimer(HWND view, WPARAM timer)
 }
 
 } // namespace
-
-void RefreshStatus()
-{
-    SendMessageA(Windows.Status, WM_SHOW_POSITION, 0, 0);
-}
-
-void LayOutFrameAnew()
-{
-    SendMessageA(Windows.Main, WM_SIZE, SIZE_RESTORED, MAKELPARAM(Windows.ClientWidth, Windows.ClientHeight));
-}
 
 void ScrollToLine(HWND view, int line)
 {

@@ -287,6 +287,15 @@ std::int32_t PlainDocument::HexRowOfLine(std::int32_t line)
     return ((CurBlock - 1) * BytesPerBlock + CurOffset) / 16;
 }
 
+std::int64_t PlainDocument::FirstLineOf(std::int32_t block) const
+{
+    std::int64_t line = 1;
+    for (std::int32_t before = 1; before < block; ++before) {
+        line += LineEnds[static_cast<std::size_t>(before)];
+    }
+    return line;
+}
+
 void PlainDocument::DiscardParked()
 {
     for (Slot& slot : Slots) {

@@ -32,6 +32,9 @@ public:
     std::string ReadBytes(std::int32_t count);
     std::int32_t HexRowOfLine(std::int32_t line);
 
+    // The line that stands at the start of block, going by the counts.
+    std::int64_t FirstLineOf(std::int32_t block) const;
+
     void DiscardParked();
     void SetNoMemory(bool noMemory);
 

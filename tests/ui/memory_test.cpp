@@ -1,1 +1,80 @@
 #include "support/ui_test.h"
+
+namespace {
+
+class MemoryTest : public UiTest {};
+
+constexpr int LargestGrowth = 400000;
+
+// Bytes of the heap that opening the file takes.
+int GrowthByOpening(const std::string& path, const std::string& name)
+{
+    Program program;
+    EXPECT_TRUE(program.WaitForFrame());
+    // Twice: what the first asking itself takes is no part of it.
+    program.Inside().Use();
+    const int before = program.Inside().Use().HeapBytes;
+    program.Inside().Drop(program.Frame(), path);
+    EXPECT_TRUE(program.WaitForTitle(name));
+    EXPECT_TRUE(program.Answers());
+    const int after = program.Inside().Use().HeapBytes;
+    EXPECT_EQ(program.Close(), 0u);
+    return after - before;
+}
+
+} // namespace
+
+TEST_F(MemoryTest, ALargeTextTakesNoMoreThanASmallOneAndItsLineTable)
+{
+    constexpr int LineTableEntry = 4;
+    constexpr int BlockBytes = 30000;
+    WriteSettings(std::string(FixedFont) + "MaxTextSize=114\n");
+    const int small = GrowthByOpening(WriteScratch("small.txt", Repeated("some text of a line\r\n", 1000000)), "small.txt");
+    const int large = GrowthByOpening(BigLog(), "big.log");
+    RecordProperty("small", small);
+    RecordProperty("large", large);
+    EXPECT_LT(small, LargestGrowth);
+    EXPECT_LT(large, LargestGrowth);
+    EXPECT_LT(large - small, BigLogLines * (BigLogLineBytes * 1.0 / BlockBytes) * LineTableEntry + 4096);
+}
+
+TEST_F(MemoryTest, ALargeHexFileTakesNoMoreThanASmallOne)
+{
+    WriteSettings(std::string(FixedFont) + "MaxTextSize=0\n"); // neither is looked at as text
+    const int small = GrowthByOpening(WriteScratch("small.bin", std::string(1000000, 'x')), "small.bin");
+    const int large = GrowthByOpening(BigLog(), "big.log");
+    RecordProperty("small", small);
+    RecordProperty("large", large);
+    EXPECT_LT(large, LargestGrowth);
+    EXPECT_LT(large - small, 4096);
+}
+
+TEST_F(MemoryTest, OpeningAndClosingGivesEverythingBack)
+{
+    const std::string paths[] = {WriteScratch("small.txt", NumberedLines(30000)),
+                                 WriteScratch("small.bin", std::string(200000, 'x'))};
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    const auto openAndClose = [&](const std::string& path, const std::string& name) {
+        program.Inside().Drop(program.Frame(), path);
+        ASSERT_TRUE(program.WaitForTitle(name));
+        Key(program, VK_END);
+        program.Command(IDM_VIEW_HEX);
+        program.Command(IDM_VIEW_TEXT);
+        program.Command(IDM_INTERNAL_CLOSE);
+    };
+    const auto openBoth = [&] {
+        openAndClose(paths[0], "small.txt");
+        openAndClose(paths[1], "small.bin");
+    };
+    openBoth();
+    program.Inside().Use();
+    const ProbeUseRecord before = program.Inside().Use();
+    for (int i = 0; i < 20; ++i) {
+        openBoth();
+    }
+    const ProbeUseRecord after = program.Inside().Use();
+    EXPECT_LT(after.HeapBytes - before.HeapBytes, 2000);
+    EXPECT_LE(after.GdiObjects, before.GdiObjects);
+    EXPECT_LE(after.UserObjects, before.UserObjects);
+}

@@ -195,8 +195,16 @@ Probe& Program::Inside()
 
 std::vector<ProbeText> Program::ViewTexts()
 {
-    std::vector<ProbeText> texts = Inside().Repaint(View());
-    std::erase_if(texts, [](const ProbeText& text) { return text.Length == 0; });
+    std::vector<ProbeText> texts;
+    for (const ProbeText& text : Inside().Repaint(View())) {
+        // The system may have the view painted once more at the same time.
+        const bool again = std::any_of(texts.begin(), texts.end(), [&](const ProbeText& other) {
+            return memcmp(&text, &other, sizeof text) == 0;
+        });
+        if (text.Length != 0 && !again) {
+            texts.push_back(text);
+        }
+    }
     std::stable_sort(texts.begin(), texts.end(), [](const ProbeText& a, const ProbeText& b) { return a.Y < b.Y; });
     return texts;
 }

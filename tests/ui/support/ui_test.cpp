@@ -1,6 +1,6 @@
 #include "support/ui_test.h"
 
-const char FixedFont[] = "WindowSize=40 30 700 500\nFontName=Courier New\nFontSize=15\n";
+const char FixedFont[] = "WindowSize=40 30 700 500\nFontName=Courier\nFontSize=15\n";
 
 TEXTMETRICA MeasureFont(const char* face, int height)
 {

@@ -19,7 +19,7 @@ protected:
 extern const char FixedFont[];
 
 // The metrics of that font, or of another.
-TEXTMETRICA MeasureFont(const char* face = "Courier New", int height = -15);
+TEXTMETRICA MeasureFont(const char* face = "Courier", int height = -15);
 
 inline int CellWidth()
 {

@@ -142,8 +142,8 @@ TEST(CommandLine, AbsurdLockNumbersAreBounded)
 {
     const CommandLine high =
         ParseCommandLine("-L 99999999999999999999 99999999999999999999 99999999999999999999 2147483648");
-    EXPECT_EQ(high.Lock.ColStart, INT32_MAX);
-    EXPECT_EQ(high.Lock.TopLine, INT32_MAX);
+    EXPECT_EQ(high.Lock.ColStart, INT32_MAX - 1);
+    EXPECT_EQ(high.Lock.TopLine, INT32_MAX - 1);
     EXPECT_EQ(high.Lock.Cols, INT32_MAX);
     EXPECT_EQ(high.Lock.Rows, INT32_MAX);
     const CommandLine low = ParseCommandLine("-L -99999999999999999999 -2147483648 -9223372036854775808 -1");

@@ -118,7 +118,7 @@ TEST_F(Normalize, ExtremeFontSizesAreHarmless)
     PrintOptions.HeadFont.Size = INT32_MAX;
     PrintOptions.BodyFont.Size = INT32_MIN;
     NormalizeSettings();
-    EXPECT_EQ(ViewOptions.FontSize, INT32_MIN);
+    EXPECT_EQ(ViewOptions.FontSize, -INT32_MAX);
     EXPECT_EQ(PrintOptions.HeadFont.Size, -INT32_MAX);
-    EXPECT_EQ(PrintOptions.BodyFont.Size, INT32_MIN);
+    EXPECT_EQ(PrintOptions.BodyFont.Size, -INT32_MAX);
 }

@@ -12,7 +12,6 @@ protected:
     {
         StartDocuments(slots);
         OpenBytes(Lines(static_cast<std::size_t>(blocks) * BlockBytes - 100, 99));
-        LoadBlock(1);
     }
 
     // Loads the blocks one after the other; returns how many of them were read from the file.
@@ -172,7 +171,7 @@ TEST_F(BlockCache, OpeningLeavesTheLastBlocksCached)
     OpenBytes(Lines(6 * BlockBytes, 99));
     const int before = ReadingsAnnounced();
     EXPECT_EQ(before, 6);
-    for (const std::int32_t block : {1, 2, 3, 4, 5, 6, 3, 1}) {
+    for (const std::int32_t block : {2, 3, 4, 5, 6, 3, 1}) {
         LoadBlock(block);
     }
     EXPECT_EQ(ReadingsAnnounced(), before);
@@ -200,22 +199,23 @@ TEST_F(BlockCache, OneSlotSwapsTwoBlocks)
 
 TEST_F(BlockCache, SlotsTakeTurnsWhenAllAreFull)
 {
-    OpenBlocks(5, 2);
-    // From here on: slot 1 and 2 are full, and what is in view is block 1.
-    const std::int32_t victim = Document.NextVictim;
-    ReadingsOf({2});
-    ReadingsOf({3});
-    ReadingsOf({4});
-    ReadingsOf({5});
-    EXPECT_NE(Document.NextVictim, 0);
-    EXPECT_LE(Document.NextVictim, 2);
-    (void)victim;
+    OpenBlocks(9, 2);
+    ReadingsOf({2, 3, 4});
     Document.NextVictim = 2;
-    const std::int32_t kept = Document.Slots[2].BlockNumber;
-    ReadingsOf({1});
+    ReadingsOf({5});
     EXPECT_EQ(Document.NextVictim, 1);
-    EXPECT_EQ(Document.Slots[1].BlockNumber, 5);
-    EXPECT_EQ(Document.Slots[2].BlockNumber, kept);
+    EXPECT_EQ(Document.Slots[1].BlockNumber, 4);
+    ReadingsOf({6});
+    EXPECT_EQ(Document.NextVictim, 2);
+    EXPECT_EQ(Document.Slots[1].BlockNumber, 4);
+    EXPECT_EQ(Document.Slots[2].BlockNumber, 5);
+    // Not the least recently used: a hit does not move the turn.
+    ReadingsOf({4});
+    EXPECT_EQ(Document.Slots[1].BlockNumber, 6);
+    EXPECT_EQ(Document.NextVictim, 2);
+    ReadingsOf({7});
+    EXPECT_EQ(Document.NextVictim, 1);
+    EXPECT_EQ(Document.Slots[1].BlockNumber, 4);
 }
 
 TEST_F(BlockCache, EmptySlotIsPreferredToTheNextVictim)

@@ -1,0 +1,171 @@
+// Files that another program rewrites while they are shown: nothing is promised about what is seen, but
+// it stays within the buffers, and the work stays bounded.
+#include "document/document_fixture.h"
+
+#include <string>
+
+namespace {
+
+class ChangingFile : public DocumentFixture {
+protected:
+    // Opens 4 blocks of text, then gives the file another content.
+    static TestFile& OpenAndReplace(Bytes content)
+    {
+        OpenBytes(Lines(4 * BlockBytes - 50, 99));
+        TestFile& file = TestPort::AddFile(TestPath, std::move(content));
+        DiscardParkedBlocks();
+        return file;
+    }
+
+    // Reads everything in every way there is; fails when that takes more reads than there are blocks to
+    // load.
+    static void ReadAllWays()
+    {
+        const int before = TestPort::FileReads();
+        int loads = 0;
+        for (std::int32_t line = 1; line <= Document.LineCount; line += 37, ++loads) {
+            EXPECT_LE(TextOfLine(line).size(), static_cast<std::size_t>(LineBufferBytes));
+        }
+        for (std::int32_t line = Document.LineCount; line >= 1; line -= 41, ++loads) {
+            TextOfLine(line);
+            EXPECT_GE(HexRowOfLine(line), 0);
+        }
+        for (std::int32_t offset = 0; offset <= Document.FileSize; offset += 4999, ++loads) {
+            EXPECT_LE(TextOfBytes(offset, 16).size(), 16u);
+        }
+        EXPECT_LE(TestPort::FileReads() - before, loads * (Document.BlockCount + 1));
+    }
+};
+
+} // namespace
+
+TEST_F(ChangingFile, ShrunkFileReadsAsMuchAsIsLeft)
+{
+    OpenAndReplace(Lines(35000, 99));
+    ReadAllWays();
+    EXPECT_EQ(TextOfBytes(34996, 16).size(), 4u);
+    EXPECT_EQ(TextOfBytes(90000, 16), "");
+    EXPECT_EQ(TextOfLine(1), std::string(99, 'a'));
+}
+
+TEST_F(ChangingFile, FileShrunkToNothingReadsAsEmpty)
+{
+    OpenAndReplace({});
+    ReadAllWays();
+    EXPECT_EQ(TextOfBytes(90000, 16), "");
+    EXPECT_EQ(TextOfLine(1000), "");
+}
+
+TEST_F(ChangingFile, VanishedFileReadsAsEmpty)
+{
+    OpenAndReplace({});
+    TestPort::RemoveFile(TestPath);
+    ReadAllWays();
+}
+
+TEST_F(ChangingFile, GrownFileShowsItsFirstBlocks)
+{
+    OpenAndReplace(Lines(1000000, 99));
+    ReadAllWays();
+    EXPECT_EQ(TextOfLine(300), std::string(99, 'a' + 299 % 26));
+}
+
+TEST_F(ChangingFile, TextRewrittenWithoutLineEndsDoesNotFillMoreThanTheLineBuffer)
+{
+    OpenAndReplace(Bytes(4 * BlockBytes, 'x'));
+    ReadAllWays();
+    EXPECT_EQ(TextOfLine(301), std::string(LineBufferBytes, 'x'));
+}
+
+TEST_F(ChangingFile, TextRewrittenAsLineEndsOnly)
+{
+    OpenAndReplace(Bytes(4 * BlockBytes, '\n'));
+    ReadAllWays();
+    OpenAndReplace(Bytes(4 * BlockBytes, '\r'));
+    ReadAllWays();
+}
+
+TEST_F(ChangingFile, RecordsOfAShrunkFile)
+{
+    OpenBytes(Bytes(4 * BlockBytes, 'x'));
+    TestPort::AddFile(TestPath, Bytes(100, 'y'));
+    DiscardParkedBlocks();
+    ReadAllWays();
+}
+
+TEST_F(ChangingFile, FileThatShrinksBetweenStatusAndReading)
+{
+    TestPort::AddFile(TestPath, Lines(20000, 99)).StatedSize = 100000;
+    EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+    EXPECT_EQ(Document.LineCount, 200);
+    EXPECT_LE(TestPort::FileReads(), 8);
+    ReadAllWays();
+    EXPECT_EQ(TextOfBytes(99990, 16), "");
+}
+
+TEST_F(ChangingFile, FileThatVanishesBetweenStatusAndReading)
+{
+    TestPort::AddFile(TestPath, Lines(100000, 99));
+    TestPort::BeforeEachRead([] { TestPort::RemoveFile(TestPath); });
+    EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+    EXPECT_EQ(Document.LineCount, 1);
+    EXPECT_EQ(Document.BlockCount, 1);
+    EXPECT_EQ(TextOfLine(1), "");
+    ReadAllWays();
+}
+
+TEST_F(ChangingFile, FileThatGrowsBetweenStatusAndReading)
+{
+    for (const std::int64_t stated : {100, 29999, 30000, 30001, 60000}) {
+        StartDocuments(2);
+        TestPort::AddFile(TestPath, Lines(200000, 99)).StatedSize = stated;
+        EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+        EXPECT_EQ(Document.BlockCount, (stated + 29999) / 30000) << stated;
+        EXPECT_LE(TestPort::FileReads(), 12) << stated;
+        ReadAllWays();
+    }
+}
+
+TEST_F(ChangingFile, FileThatShrinksAtEachRead)
+{
+    for (int step : {1, 10000, 31000, 50000}) {
+        StartDocuments(1);
+        TestFile& file = TestPort::AddFile(TestPath, Lines(200000, 99));
+        TestPort::BeforeEachRead([&file, step] {
+            file.Content.resize(file.Content.size() - std::min<std::size_t>(file.Content.size(), static_cast<std::size_t>(step)));
+        });
+        EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+        EXPECT_GE(Document.LineCount, 1);
+        EXPECT_LE(TestPort::FileReads(), 30);
+        ReadAllWays();
+    }
+}
+
+TEST_F(ChangingFile, EmptyFileThatGrows)
+{
+    TestPort::AddFile(TestPath, Lines(50000, 99)).StatedSize = 0;
+    EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+    EXPECT_EQ(Document.LineCount, 1);
+    EXPECT_EQ(TextOfLine(1), "");
+}
+
+TEST_F(ChangingFile, FileOverTheLimitThatVanishes)
+{
+    DocumentOptions.MaxTextSize = 0;
+    TestPort::AddFile(TestPath, Lines(100000, 99));
+    TestPort::BeforeEachRead([] { TestPort::RemoveFile(TestPath); });
+    EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
+    EXPECT_EQ(Document.CurBlockBytes, 0);
+    ReadAllWays();
+}
+
+TEST_F(ChangingFile, ReadingGoesOnAfterReopening)
+{
+    OpenBytes(Lines(4 * BlockBytes, 99));
+    CloseFileHandle();
+    DiscardParkedBlocks();
+    ReadAllWays();
+    // What was read meanwhile is empty blocks; they stay in the cache until it is their turn.
+    EXPECT_EQ(ReopenFile(TestPath), ReopenResult::Unchanged);
+    ReadAllWays();
+}

@@ -88,7 +88,7 @@ TEST(ColumnAtWidth, FindsEveryPointOfProportionalLines)
     for (std::size_t length = 1; length < 40; ++length) {
         std::vector<std::int32_t> widths(length);
         for (std::int32_t& width : widths) {
-            width = static_cast<std::int32_t>(random() % 20) + 1;
+            width = static_cast<std::int32_t>(random() % 20) + 2;
         }
         Line line = LineOf(widths);
         for (std::int32_t width = 0; width <= line.Ends.back() + 2; ++width) {

@@ -28,7 +28,7 @@ std::string Chars(const std::string& bytes, bool translate)
 TEST(HexRow, FullRowHasEveryColumnInItsPlace)
 {
     EXPECT_EQ(Row("0123456789ABCDEF", 0x12345, false),
-              "00123450  30 31 32 33 34 35 36 37-38 39 41 42 43 44 45 46  0123456789ABCDEF    ");
+              "00123450  30 31 32 33 34 35 36 37-38 39 41 42 43 44 45 46   0123456789ABCDEF    ");
 }
 
 TEST(HexRow, OnlyTheEighthByteIsFollowedByADash)

@@ -6,13 +6,13 @@
 
 namespace {
 
-struct Run {
+struct ByteRun {
     int First;
     const char* Shown;
 };
 
 // Every byte that does not stand for itself.
-constexpr Run Runs[] = {
+constexpr ByteRun Runs[] = {
     {0x40, " "}, {0x4A, "\xA2"}, {0x4B, "."}, {0x4C, "<"}, {0x4D, "("}, {0x4E, "+"}, {0x50, "&"}, {0x5A, "!"},
     {0x5B, "$"}, {0x5C, "*"}, {0x5D, ")"}, {0x5E, ";"}, {0x60, "-"}, {0x61, "/"}, {0x6B, ","}, {0x6D, "_"},
     {0x6F, "?"}, {0x7B, "#"}, {0x7D, "'"}, {0x7F, "\""}, {0x81, "abcdefghi"}, {0x91, "jklmnopqr"},
@@ -29,7 +29,7 @@ TEST(Ebcdic, EveryByteIsShownAsTheTableSays)
     for (int byte = 0; byte < 256; ++byte) {
         expected[byte] = static_cast<std::uint8_t>(byte);
     }
-    for (const Run& run : Runs) {
+    for (const ByteRun& run : Runs) {
         for (std::size_t i = 0; i < strlen(run.Shown); ++i) {
             expected[static_cast<std::size_t>(run.First) + i] = static_cast<std::uint8_t>(run.Shown[i]);
         }

@@ -1,0 +1,388 @@
+#include "document/port.h"
+#include "harness/scratch.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+#include <windows.h>
+
+namespace {
+
+// size bytes that tell their position; seed makes one file differ from another.
+std::string Pattern(std::size_t size, unsigned seed)
+{
+    std::string content(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) {
+        content[i] = static_cast<char>((i * 2654435761u + seed * 40503u) >> 13);
+    }
+    return content;
+}
+
+std::string ReadFrom(int file, std::int32_t offset, std::int32_t count)
+{
+    std::string bytes(static_cast<std::size_t>(count), '?');
+    const std::int32_t read = ReadFileAt(file, offset, bytes.data(), count);
+    bytes.resize(static_cast<std::size_t>(read));
+    return bytes;
+}
+
+std::string Part(const std::string& content, std::int32_t offset, std::int32_t count)
+{
+    const std::size_t start = static_cast<std::size_t>(offset);
+    return start < content.size() ? content.substr(start, static_cast<std::size_t>(count)) : std::string();
+}
+
+// Opens a file and closes it with the object.
+class OpenedFile {
+public:
+    explicit OpenedFile(const char* path) : File(OpenForReading(path)) {}
+    ~OpenedFile()
+    {
+        if (File != 0) {
+            CloseOpenFile(File);
+        }
+    }
+    OpenedFile(const OpenedFile&) = delete;
+    OpenedFile& operator=(const OpenedFile&) = delete;
+    operator int() const { return File; }
+
+private:
+    int File;
+};
+
+} // namespace
+
+TEST(OpenForReadingTest, AMissingFileIsNotOpened)
+{
+    EXPECT_EQ(0, OpenForReading(ScratchPath("missing.txt").c_str()));
+    EXPECT_EQ(0, OpenForReading(ScratchPath("missing\\file.txt").c_str()));
+    EXPECT_EQ(0, OpenForReading(""));
+}
+
+TEST(OpenForReadingTest, ADirectoryIsNotOpened)
+{
+    char directory[MAX_PATH];
+    GetWindowsDirectoryA(directory, sizeof directory);
+    EXPECT_EQ(0, OpenForReading(directory));
+}
+
+TEST(OpenForReadingTest, AFileThatAnotherProgramKeepsForItselfIsNotOpened)
+{
+    const ScratchFile scratch("locked.txt", "content");
+    const HANDLE keeper = CreateFileA(scratch.Path(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, keeper);
+    EXPECT_EQ(0, OpenForReading(scratch.Path()));
+    CloseHandle(keeper);
+    EXPECT_NE(0, OpenedFile(scratch.Path()));
+}
+
+TEST(OpenForReadingTest, AnOpenFileCanStillBeWrittenByOthers)
+{
+    const ScratchFile scratch("shared.txt", "content");
+    const OpenedFile file(scratch.Path());
+    const HANDLE writer = CreateFileA(scratch.Path(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(INVALID_HANDLE_VALUE, writer);
+    CloseHandle(writer);
+}
+
+TEST(OpenForReadingTest, AReadOnlyFileIsOpened)
+{
+    const ScratchFile scratch("read-only.txt", "content");
+    SetFileAttributesA(scratch.Path(), FILE_ATTRIBUTE_READONLY);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ("content", ReadFrom(file, 0, 20));
+}
+
+TEST(OpenForReadingTest, APathOf259CharactersIsOpened)
+{
+    std::vector<std::string> directories;
+    std::string path = ScratchPath("");
+    while (path.size() < 200) {
+        path += std::string(20, 'd');
+        directories.push_back(path);
+        CreateDirectoryA(path.c_str(), nullptr);
+        path += "\\";
+    }
+    path += std::string(259 - path.size(), 'f');
+    {
+        const ScratchFile scratch(path.substr(ScratchPath("").size()), "far down");
+        const OpenedFile file(path.c_str());
+        EXPECT_EQ("far down", ReadFrom(file, 0, 20));
+        FileStatus status;
+        EXPECT_TRUE(GetFileStatus(path.c_str(), status));
+        EXPECT_EQ(8, status.Size);
+    }
+    while (!directories.empty()) {
+        RemoveDirectoryA(directories.back().c_str());
+        directories.pop_back();
+    }
+}
+
+TEST(ReadFileAtTest, ReadsWhatStandsAtTheOffset)
+{
+    const std::string content = Pattern(100000, 1);
+    const ScratchFile scratch("pattern.bin", content);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ(Part(content, 0, 30000), ReadFrom(file, 0, 30000));
+    EXPECT_EQ(Part(content, 30000, 30000), ReadFrom(file, 30000, 30000));
+    EXPECT_EQ(Part(content, 12345, 7), ReadFrom(file, 12345, 7));
+    EXPECT_EQ(Part(content, 12345, 7), ReadFrom(file, 12345, 7));
+}
+
+TEST(ReadFileAtTest, DeliversWhatIsLeftAtTheEndAndNothingBehindIt)
+{
+    const std::string content = Pattern(1000, 2);
+    const ScratchFile scratch("short.bin", content);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ(Part(content, 900, 100), ReadFrom(file, 900, 30000));
+    EXPECT_EQ("", ReadFrom(file, 1000, 30000));
+    EXPECT_EQ("", ReadFrom(file, 5000, 30000));
+    EXPECT_EQ(Part(content, 999, 1), ReadFrom(file, 999, 2));
+}
+
+TEST(ReadFileAtTest, ReadsNothingWithoutAFile)
+{
+    char byte = 'x';
+    EXPECT_EQ(0, ReadFileAt(0, 0, &byte, 1));
+    EXPECT_EQ('x', byte);
+}
+
+TEST(ReadFileAtTest, ANegativeOffsetReadsNothingAndDoesNoHarm)
+{
+    const std::string content = Pattern(1000, 3);
+    const ScratchFile scratch("negative.bin", content);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ(Part(content, 0, 100), ReadFrom(file, 0, 100));
+    EXPECT_EQ("", ReadFrom(file, -1, 10));
+    EXPECT_EQ(Part(content, 100, 100), ReadFrom(file, 100, 100));
+}
+
+// The file pointer is remembered from one read to the next; a new file begins anew, also under the number
+// of one closed before.
+TEST(ReadFileAtTest, AnotherFileAtTheSameHandleIsReadFromItsOwnPlace)
+{
+    const std::string first = Pattern(1000, 4);
+    const std::string second = Pattern(1000, 5);
+    const ScratchFile firstFile("first.bin", first);
+    const ScratchFile secondFile("second.bin", second);
+    const int before = OpenForReading(firstFile.Path());
+    EXPECT_EQ(Part(first, 0, 100), ReadFrom(before, 0, 100));
+    CloseOpenFile(before);
+    const int after = OpenForReading(secondFile.Path());
+    ASSERT_EQ(before, after) << "the system gave out another number: this run tells nothing";
+    EXPECT_EQ(Part(second, 100, 100), ReadFrom(after, 100, 100));
+    CloseOpenFile(after);
+}
+
+TEST(ReadFileAtTest, AFileClosedBehindItsBackReadsNothingAndItsSuccessorIsReadRight)
+{
+    const std::string content = Pattern(1000, 6);
+    const ScratchFile scratch("closed.bin", content);
+    const int before = OpenForReading(scratch.Path());
+    EXPECT_EQ(Part(content, 0, 100), ReadFrom(before, 0, 100));
+    _lclose(before);
+    EXPECT_EQ("", ReadFrom(before, 100, 100));
+    const HFILE after = _lopen(scratch.Path(), OF_READ);
+    ASSERT_EQ(before, after) << "the system gave out another number: this run tells nothing";
+    EXPECT_EQ(Part(content, 100, 100), ReadFrom(after, 100, 100));
+    CloseOpenFile(after);
+}
+
+TEST(ReadFileAtTest, SeesWhatWasAppendedBehindTheLastRead)
+{
+    ScratchFile scratch("growing.bin", "first,");
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ("first,", ReadFrom(file, 0, 100));
+    scratch.Append("second");
+    EXPECT_EQ("second", ReadFrom(file, 6, 100));
+}
+
+TEST(ReadFileAtTest, AnyOrderOfReadsOpensAndClosesGivesTheFilesContent)
+{
+    constexpr std::int32_t Size = 70000;
+    const std::string content[2] = {Pattern(Size, 7), Pattern(Size, 8)};
+    const ScratchFile scratch[2] = {{"a.bin", content[0]}, {"b.bin", content[1]}};
+    int file[2] = {0, 0};
+    std::int32_t next[2] = {0, 0}; // where the read before ended, to hit the remembered place often
+    std::mt19937 random(20240607);
+    const auto below = [&](int limit) { return static_cast<std::int32_t>(random() % static_cast<unsigned>(limit)); };
+    for (int step = 0; step < 3000; ++step) {
+        const int which = below(2);
+        if (file[which] == 0) {
+            file[which] = OpenForReading(scratch[which].Path());
+            ASSERT_NE(0, file[which]);
+        } else if (below(8) == 0) {
+            CloseOpenFile(file[which]);
+            file[which] = 0;
+            continue;
+        }
+        const std::int32_t offset = below(3) == 0 ? below(Size + 2000) - 1000 : next[which];
+        const std::int32_t count = below(4) == 0 ? 30000 : below(500);
+        const std::string read = ReadFrom(file[which], offset, count);
+        const std::string expected = offset < 0 ? std::string() : Part(content[which], offset, count);
+        ASSERT_EQ(expected.size(), read.size()) << "step " << step << ", offset " << offset;
+        ASSERT_EQ(0, memcmp(expected.data(), read.data(), read.size())) << "step " << step << ", offset " << offset;
+        if (offset >= 0) {
+            next[which] = offset + static_cast<std::int32_t>(read.size());
+        }
+    }
+    for (int open : file) {
+        if (open != 0) {
+            CloseOpenFile(open);
+        }
+    }
+}
+
+TEST(GetFileStatusTest, SaysSizeAndTime)
+{
+    ScratchFile scratch("status.txt", "12345");
+    scratch.SetTime(1234567890);
+    FileStatus status;
+    ASSERT_TRUE(GetFileStatus(scratch.Path(), status));
+    EXPECT_EQ(5, status.Size);
+    EXPECT_EQ(1234567890, status.Time);
+}
+
+TEST(GetFileStatusTest, TimesThatDoNotFitCountAsZero)
+{
+    ScratchFile scratch("time.txt", "");
+    FileStatus status;
+    const struct {
+        std::int64_t Written;
+        std::int32_t Said;
+    } times[] = {{-1, 0}, {-86400, 0}, {0, 0}, {1, 1}, {INT32_MAX, INT32_MAX}, {std::int64_t{INT32_MAX} + 1, 0}};
+    for (const auto& time : times) {
+        scratch.SetTime(time.Written);
+        status.Time = 77;
+        ASSERT_TRUE(GetFileStatus(scratch.Path(), status));
+        EXPECT_EQ(time.Said, status.Time) << time.Written;
+    }
+}
+
+TEST(GetFileStatusTest, SaysTheDosAttributes)
+{
+    const ScratchFile scratch("attributes.txt", "");
+    FileStatus status;
+    const struct {
+        DWORD Set;
+        std::uint16_t Said;
+    } attributes[] = {
+        {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE, 1 | 32},
+        {FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE, 2 | 32},
+        {FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE, 4 | 32},
+        {FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE, 39},
+    };
+    for (const auto& attribute : attributes) {
+        ASSERT_TRUE(SetFileAttributesA(scratch.Path(), attribute.Set));
+        ASSERT_TRUE(GetFileStatus(scratch.Path(), status));
+        EXPECT_EQ(attribute.Said, status.Attributes);
+    }
+}
+
+TEST(GetFileStatusTest, OnlyDosAttributesAreSaid)
+{
+    char directory[MAX_PATH];
+    GetWindowsDirectoryA(directory, sizeof directory);
+    FileStatus status;
+    ASSERT_TRUE(GetFileStatus(directory, status));
+    EXPECT_EQ(0, status.Attributes & ~39);
+}
+
+TEST(GetFileStatusTest, FailsForAMissingFile)
+{
+    FileStatus status;
+    EXPECT_FALSE(GetFileStatus(ScratchPath("missing.txt").c_str(), status));
+}
+
+TEST(GetFileStatusTest, AcceptsTheLargestSizeOf31Bits)
+{
+    ScratchFile scratch("largest.bin", "start");
+    scratch.Truncate(2147483647);
+    FileStatus status;
+    ASSERT_TRUE(GetFileStatus(scratch.Path(), status));
+    EXPECT_EQ(2147483647, status.Size);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ(std::string(7, '\0'), ReadFrom(file, 2147483640, 30000));
+    EXPECT_EQ("", ReadFrom(file, 2147483647, 1));
+    EXPECT_EQ("start", ReadFrom(file, 0, 5));
+}
+
+TEST(GetFileStatusTest, RefusesALargerSize)
+{
+    ScratchFile scratch("too-large.bin", "");
+    FileStatus status;
+    for (const std::int64_t size : {2147483648, 4294967295, 4294967296, 4294967300}) {
+        scratch.Truncate(size);
+        EXPECT_FALSE(GetFileStatus(scratch.Path(), status)) << size;
+    }
+}
+
+TEST(MemoryObjects, AreMovableZeroFilledAndLargeEnough)
+{
+    constexpr std::size_t Size = 30800;
+    const MemoryHandle memory = AllocateMemory(Size);
+    ASSERT_NE(nullptr, memory);
+    EXPECT_EQ(0u, GlobalFlags(memory) & (GMEM_DISCARDABLE | GMEM_DISCARDED | GMEM_LOCKCOUNT));
+    EXPECT_GE(GlobalSize(memory), Size);
+    const char* const bytes = static_cast<const char*>(LockMemory(memory));
+    ASSERT_NE(nullptr, bytes);
+    EXPECT_NE(static_cast<const void*>(bytes), memory); // a fixed object's handle is its address
+    EXPECT_EQ(1u, GlobalFlags(memory) & GMEM_LOCKCOUNT);
+    EXPECT_EQ(std::string(Size, '\0'), std::string(bytes, Size));
+    UnlockMemory(memory);
+    EXPECT_EQ(0u, GlobalFlags(memory) & GMEM_LOCKCOUNT);
+    FreeMemory(memory);
+}
+
+TEST(MemoryObjects, AreDiscardableOnlyWhileTheyAreParked)
+{
+    const MemoryHandle memory = AllocateMemory(1000);
+    SetMemoryDiscardable(memory, true);
+    EXPECT_NE(0u, GlobalFlags(memory) & GMEM_DISCARDABLE);
+    SetMemoryDiscardable(memory, false);
+    EXPECT_EQ(0u, GlobalFlags(memory) & GMEM_DISCARDABLE);
+    FreeMemory(memory);
+}
+
+TEST(MemoryObjects, KeepTheirContentWhileParked)
+{
+    const MemoryHandle memory = AllocateMemory(1000);
+    strcpy(static_cast<char*>(LockMemory(memory)), "kept");
+    UnlockMemory(memory);
+    SetMemoryDiscardable(memory, true);
+    EXPECT_STREQ("kept", static_cast<const char*>(LockMemory(memory)));
+    UnlockMemory(memory);
+    SetMemoryDiscardable(memory, false);
+    EXPECT_STREQ("kept", static_cast<const char*>(LockMemory(memory)));
+    UnlockMemory(memory);
+    FreeMemory(memory);
+}
+
+TEST(MemoryObjects, ADiscardedObjectCannotBeLocked)
+{
+    const MemoryHandle memory = AllocateMemory(1000);
+    SetMemoryDiscardable(memory, true);
+    ASSERT_EQ(memory, GlobalDiscard(memory));
+    EXPECT_EQ(nullptr, LockMemory(memory));
+    FreeMemory(memory);
+    EXPECT_EQ(static_cast<UINT>(GMEM_INVALID_HANDLE), GlobalFlags(memory));
+}
+
+TEST(MemoryObjects, ShrinkingKeepsTheBeginning)
+{
+    const MemoryHandle memory = AllocateMemory(16000);
+    strcpy(static_cast<char*>(LockMemory(memory)), "beginning");
+    UnlockMemory(memory);
+    const MemoryHandle shrunk = ShrinkMemory(memory, 40);
+    ASSERT_NE(nullptr, shrunk);
+    EXPECT_LT(GlobalSize(shrunk), 16000u);
+    EXPECT_GE(GlobalSize(shrunk), 40u);
+    EXPECT_EQ(0u, GlobalFlags(shrunk) & GMEM_DISCARDABLE);
+    EXPECT_STREQ("beginning", static_cast<const char*>(LockMemory(shrunk)));
+    UnlockMemory(shrunk);
+    FreeMemory(shrunk);
+}

@@ -1,0 +1,105 @@
+#include "harness/program.h"
+
+#include "app/app_state.h"
+#include "app/open_sequence.h"
+#include "app/startup.h"
+#include "document/block_cache.h"
+#include "document/document_state.h"
+#include "view/frame_windows.h"
+#include "view/screen_font.h"
+#include "view/view_state.h"
+
+#include <vector>
+
+namespace {
+
+bool Running;
+int Readings;
+
+void CountReading()
+{
+    ++Readings;
+}
+
+} // namespace
+
+void StartProgramOnce()
+{
+    if (!Running) {
+        Running = true;
+        StartProgram(GetModuleHandleA(nullptr), nullptr, "-Itest");
+        PumpMessages();
+    }
+}
+
+void EndProgram()
+{
+    if (Running) {
+        DestroyWindow(Windows.Main);
+        Running = false;
+    }
+}
+
+void PumpMessages()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+int FreeGdiObjects()
+{
+    std::vector<HGDIOBJ> made;
+    while (HGDIOBJ object = CreateSolidBrush(RGB(1, 2, 3))) {
+        made.push_back(object);
+    }
+    for (HGDIOBJ object : made) {
+        DeleteObject(object);
+    }
+    return static_cast<int>(made.size());
+}
+
+RunningProgram::RunningProgram()
+{
+    StartProgramOnce();
+}
+
+RunningProgram::~RunningProgram()
+{
+    CloseDocument();
+    View.HexMode = false;
+    View.Printing = false;
+    View.SelLineA = View.SelLineB = 0;
+    View.TopLine = View.LeftColumn = 0;
+    View.SubstituteFixedFont = false;
+    ViewOptions = ViewSettings{};
+    AppOptions = AppSettings{};
+    DocumentOptions = DocumentSettings{};
+    Document.BufferCount = MaxCacheSlots;
+    App.Start = CommandLine{};
+    CreateScreenFont(false);
+    PumpMessages();
+}
+
+ReadingCounter::ReadingCounter() : Before(DocumentCalls.AnnounceReading)
+{
+    DocumentCalls.AnnounceReading = CountReading;
+    Readings = 0;
+}
+
+ReadingCounter::~ReadingCounter()
+{
+    DocumentCalls.AnnounceReading = Before;
+}
+
+void ReadingCounter::Reset()
+{
+    Readings = 0;
+}
+
+int ReadingCounter::Count() const
+{
+    return Readings;
+}
