@@ -17,6 +17,7 @@ namespace {
 void CloseAndClear(HWND, UINT)
 {
     CloseDocument();
+    MeasureViewAnew();
     InvalidateRect(Windows.View, nullptr, TRUE);
 }
 
@@ -39,6 +40,9 @@ void ExitProgram(HWND mainWindow, UINT)
 
 void SelectAll(HWND, UINT)
 {
+    if (RowCount() == 0) {
+        return; // the dump of an empty file
+    }
     View.SelLineA = View.SelAnchorLine = 1;
     View.SelLineB = RowCount();
     View.SelColA = 0;

@@ -21,6 +21,7 @@ void SetFileMenuState(bool fileOpen)
             EnableCommand(command.Id, fileOpen);
         }
     }
+    SetSelectionMenuState(false);
 }
 
 void SetSelectionMenuState(bool hasSelection)

@@ -6,7 +6,7 @@
 void EnableCommand(UINT id, bool enabled);
 void CheckCommand(UINT id, bool checked);
 
-// Follows the opening and closing of a file.
+// Follows the opening and closing of a file; either way there is no selection any more.
 void SetFileMenuState(bool fileOpen);
 
 // Follows the selection; without one it is also forgotten.

@@ -7,6 +7,7 @@
 #include "view/frame_windows.h"
 #include "view/screen_font.h"
 #include "view/view_state.h"
+#include "view/view_window.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ void DropLock()
 
 void ForgetMatchAndSelection()
 {
+    EndSelecting(Windows.View);
     View.HiliteLine = 0;
     View.HiliteLen = 0;
     SetSelectionMenuState(false);

@@ -11,6 +11,7 @@
 #include "view/paint_view.h"
 #include "view/screen_font.h"
 #include "view/view_state.h"
+#include "view/view_window.h"
 
 #include <algorithm>
 #include <cstring>
@@ -87,6 +88,7 @@ void ShowDocument(HWND mainWindow)
     SendMessageA(mainWindow, WM_COMMAND, Document.IsText ? IDM_VIEW_TEXT : IDM_VIEW_HEX, 0);
     MeasureViewAnew();
     InvalidateRect(Windows.View, nullptr, TRUE);
+    InvalidateRect(Windows.Ruler, nullptr, TRUE);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
 }
 
@@ -95,6 +97,7 @@ void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
 {
     ReportMessage(mainWindow, stringId, title);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+    MeasureViewAnew();
     InvalidateRect(Windows.View, nullptr, TRUE);
 }
 
@@ -125,6 +128,7 @@ void OpenSequence(HWND mainWindow, const char* path)
 
 void CloseDocument()
 {
+    EndSelecting(Windows.View);
     FreeBuffers();
     View.FileShown = false;
     App.ClosedOnIconize = false;

@@ -197,7 +197,7 @@ void ReadAt(std::int32_t offset, void* destination, std::int32_t count)
     }
     if (Document.FileHandle != 0) {
         ReadFileAt(Document.FileHandle, offset, destination, count);
-    } else if (Document.WorkData != nullptr && offset + count <= Document.CurBlockBytes) {
+    } else if (Document.WorkData != nullptr && Document.CurBlock == 1 && offset + count <= Document.CurBlockBytes) {
         memcpy(destination, Document.WorkData + offset, static_cast<std::size_t>(count));
     }
 }

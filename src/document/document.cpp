@@ -19,8 +19,8 @@ void IdentifyFile(const FileStatus& status, FileInfo& info)
 }
 
 // Block 1 of a file over the text limit is loaded by way of the cache: the zero-filled working buffer is
-// parked as block 2 on the way, so block 2 of such a file reads as zero bytes as long as there is a
-// cache slot. The gap is deliberate and kept.
+// parked as block 2 on the way, so block 2 of such a file reads as zero bytes until its cache slot goes
+// to another block. The gap is deliberate and kept.
 void TakeAsTooLargeForText()
 {
     Document.IsText = false;

@@ -80,5 +80,5 @@ struct DocumentHooks {
 extern DocumentHooks DocumentCalls;
 
 // The settings made safe to compute with.
-std::int32_t RecordLength(); // FixedLineLen within 1..MaxRecordLength
-std::int32_t TabWidth();     // TabSize, at least 1
+std::int32_t RecordLength(); // FixedLineLen, 75 when it is below 1, at most MaxRecordLength
+std::int32_t TabWidth();     // TabSize, 8 when it is below 1

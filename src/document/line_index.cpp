@@ -17,11 +17,11 @@ bool AtDataEnd()
     return Document.CurOffset >= Document.CurBlockBytes;
 }
 
-// Goes on to the next block. False at the end of the file, and when the next block came back empty
-// because the file has shrunk.
+// Goes on to the next block. False at the end of the file, when the next block came back empty because
+// the file has shrunk, and when no block is held because the file is released.
 bool LoadNextBlock()
 {
-    if (Document.CurBlock >= Document.BlockCount) {
+    if (Document.CurBlock == 0 || Document.CurBlock >= Document.BlockCount) {
         return false;
     }
     LoadBlock(Document.CurBlock + 1);
@@ -60,6 +60,9 @@ void StepPastLineEnd()
 LineText ReadTextLine()
 {
     std::int32_t length = 0;
+    if (Document.LineCount == 0) {
+        return FinishLine(length); // no document
+    }
     for (;;) {
         if (AtDataEnd() && !LoadNextBlock()) {
             break;
@@ -72,7 +75,9 @@ LineText ReadTextLine()
             break;
         }
     }
-    ++Document.CurLine;
+    if (Document.CurLine != 0) {
+        ++Document.CurLine; // what follows an unknown line is unknown too
+    }
     return FinishLine(length);
 }
 
@@ -122,6 +127,7 @@ void SeekTextLine(std::int32_t line)
 
 void SeekByte(std::int64_t position)
 {
+    Document.CurLine = 0; // whichever line this lies in
     const std::int64_t inside = std::clamp<std::int64_t>(position, 0, Document.FileSize);
     const std::int32_t block = static_cast<std::int32_t>(inside / BlockBytes) + 1;
     // A file whose size is a multiple of BlockBytes ends at the end of a block, not in one of its own.
@@ -225,6 +231,9 @@ void CountBlockLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t
 
 void SeekLine(std::int32_t line, std::int32_t offset)
 {
+    if (Document.LineCount == 0) {
+        return; // no document
+    }
     if (line < 1) {
         SeekByte(offset);
     } else if (Document.IsText) {
@@ -236,9 +245,12 @@ void SeekLine(std::int32_t line, std::int32_t offset)
 
 void SkipLines(std::int32_t count)
 {
+    const std::int32_t block = Document.CurBlock;
     for (std::int32_t i = 0; i < count; ++i) {
         const std::int32_t distance = Document.CurLine - Document.BlockFirstLine;
-        if (distance % SampleInterval == 0 && distance / SampleInterval < SamplesPerBlock) {
+        // In a file rewritten since it was indexed the lines may run on into the next block.
+        const bool inBlock = Document.CurBlock == block;
+        if (inBlock && distance % SampleInterval == 0 && distance / SampleInterval < SamplesPerBlock) {
             LineSamples()[distance / SampleInterval] = static_cast<std::uint32_t>(Document.CurOffset);
         }
         ReadLine();
@@ -268,7 +280,7 @@ LineText ReadBytes(std::int32_t count)
     Document.CurLine = 0;
     std::int32_t length = 0;
     std::int32_t offset = Document.CurOffset;
-    while (length < wanted) {
+    while (length < wanted && Document.LineCount > 0) {
         if (offset >= Document.CurBlockBytes) {
             if (!LoadNextBlock()) {
                 LineBuffer[length] = '\0';

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <algorithm>
-
 MemoryHandle AllocateMemory(std::size_t bytes)
 {
     return GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, bytes);
@@ -69,7 +67,7 @@ void CloseOpenFile(int file)
 
 std::int32_t ReadFileAt(int file, std::int32_t offset, void* destination, std::int32_t bytes)
 {
-    if (file == 0 || !MoveTo(file, offset)) {
+    if (file == 0 || offset < 0 || !MoveTo(file, offset)) {
         return 0;
     }
     const UINT read = _lread(file, destination, static_cast<UINT>(bytes));
@@ -77,7 +75,9 @@ std::int32_t ReadFileAt(int file, std::int32_t offset, void* destination, std::i
         Pointer = FilePointer{};
         return 0;
     }
-    Pointer = {file, offset + static_cast<std::int32_t>(read)};
+    const std::int64_t end = static_cast<std::int64_t>(offset) + read;
+    // A file that has grown beyond the last position there is gets a seek next time.
+    Pointer = end <= INT32_MAX ? FilePointer{file, static_cast<std::int32_t>(end)} : FilePointer{};
     return static_cast<std::int32_t>(read);
 }
 

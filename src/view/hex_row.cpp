@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int PairsColumn = 10;
 constexpr int CharsColumn = 60;
 
 } // namespace
@@ -18,18 +17,18 @@ void FormatHexRow(char* bytes, std::int32_t count, std::int32_t row, bool transl
 {
     memset(text, ' ', HexRowLength);
     text[HexRowLength] = '\0';
-    char offset[PairsColumn + 1];
+    char offset[HexPairsColumn + 1];
     snprintf(offset, sizeof offset, "%.8X  ", static_cast<unsigned>(row) * HexRowBytes);
-    memcpy(text, offset, PairsColumn);
+    memcpy(text, offset, HexPairsColumn);
 
     const std::int32_t shown = std::clamp<std::int32_t>(count, 0, HexRowBytes);
     char digits[2 * HexRowBytes];
     std::int32_t digitCount = shown;
     HexPairs(bytes, digitCount, digits);
     for (std::int32_t i = 0; i < shown; ++i) {
-        memcpy(text + PairsColumn + 3 * i, digits + 2 * i, 2);
+        memcpy(text + HexPairsColumn + HexPairWidth * i, digits + 2 * i, 2);
         if (i == 7) {
-            text[PairsColumn + 3 * i + 2] = '-';
+            text[HexPairsColumn + HexPairWidth * i + 2] = '-';
         }
     }
     if (translate) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 
 constexpr int HexRowLength = 80;
+constexpr int HexPairsColumn = 10; // of the first byte's pair
+constexpr int HexPairWidth = 3;    // a pair and what separates it from the next
 
 // Builds the row text: offset, up to 16 byte pairs with "-" behind the eighth, and the characters.
 // bytes (count of them, at most 16) must have room for a terminating zero at bytes[count]: they are

@@ -154,7 +154,8 @@ void PaintHexRow(HDC dc, std::int32_t x, std::int32_t y, std::int32_t row)
     SetColours(dc, IsHexRowSelected(row) ? RowColours::Marked : RowColours::Normal);
     DrawOpaque(dc, x, y, 0, View.ClientWidth, text, HexRowShown);
     if (IsHexRowHighlighted(row)) {
-        DrawRun(dc, x, y, text, HexHighlight(row + 1 - View.HiliteLine), x); // never at the row's very start
+        constexpr std::int32_t NoEdge = INT32_MIN; // the digits never reach the window's edge
+        DrawRun(dc, x, y, text, HexHighlight(row + 1 - View.HiliteLine), NoEdge);
     }
 }
 

@@ -19,7 +19,7 @@ void MeasureVertical()
 {
     View.MaxTop = AtLeastZero(static_cast<std::int64_t>(RowCount()) - RowsOnScreen());
     View.ScrollScale = View.MaxTop / ScrollBarSteps + 1;
-    View.TopLine = std::min(View.TopLine, View.MaxTop);
+    View.TopLine = std::max(std::min(View.TopLine, View.MaxTop), View.LockTopLine);
 }
 
 void MeasureHexColumns()

@@ -35,8 +35,8 @@ enum ScrollCode {
 constexpr std::int32_t LargestTrackedTop = 5000;
 
 struct ScrollStep {
-    bool Asked;         // false: the request means nothing here, not even a beep
-    std::int32_t Lines; // or columns; clamped to what the view allows, 0 = at an end
+    bool Asked;            // false: the request means nothing here, not even a beep
+    std::int32_t Distance; // lines or columns, as far as the view allows; 0 = at an end
 };
 
 // thumb: scroll bar position; target: the line for ScrollToTarget.

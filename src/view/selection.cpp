@@ -41,8 +41,7 @@ std::int32_t LineAtPoint(std::int32_t y)
 
 std::int32_t LineBelowView()
 {
-    const std::int32_t rows = (View.ClientHeight + View.LineHeight - 1) / View.LineHeight;
-    return AtMostLast(static_cast<std::int64_t>(View.TopLine) + rows + 1);
+    return AtMostLast(static_cast<std::int64_t>(View.TopLine) + RowsTouched() + 1);
 }
 
 std::int32_t LineAboveView()
@@ -70,9 +69,9 @@ LineBand ChangedLines(std::int32_t anchor, std::int32_t oldEnd, std::int32_t new
 
 LineBand OnScreen(LineBand band)
 {
-    const std::int32_t rows = (View.ClientHeight + View.LineHeight - 1) / View.LineHeight;
+    const std::int64_t lastOnScreen = static_cast<std::int64_t>(View.TopLine) + RowsTouched();
     return {std::max(band.First, View.TopLine + 1),
-            static_cast<std::int32_t>(std::min<std::int64_t>(band.Last, static_cast<std::int64_t>(View.TopLine) + rows))};
+            static_cast<std::int32_t>(std::min<std::int64_t>(band.Last, lastOnScreen))};
 }
 
 bool SelectionIsEmpty()

@@ -1,6 +1,7 @@
 #include "view/status_window.h"
 
 #include "base/format.h"
+#include "base/text.h"
 #include "document/document_state.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
@@ -43,7 +44,7 @@ void CreateStatusFont(HWND mainWindow)
     font.lfHeight = MulDiv(-10, Drawing.LogPixelsY, 72);
     font.lfWeight = FW_NORMAL;
     font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-    strcpy(font.lfFaceName, "MS Sans Serif");
+    CopyText(font.lfFaceName, "MS Sans Serif");
     Status.StatusFont = CreateFontIndirectA(&font);
     WindowDc dc(mainWindow);
     SelectedObject selected(dc, Status.StatusFont);
@@ -140,10 +141,10 @@ SIZE MeasureStatusText(const char* text)
     return size;
 }
 
-void FormatThumbText(std::int32_t line, std::int32_t size, char (&text)[40])
+void FormatThumbText(std::int32_t line, std::uint32_t offset, char (&text)[40])
 {
     if (View.HexMode) {
-        snprintf(text, sizeof text, "%s %lX", Thumb.OffsetLabel, static_cast<unsigned long>(size));
+        snprintf(text, sizeof text, "%s %lX", Thumb.OffsetLabel, static_cast<unsigned long>(offset));
     } else {
         char number[GroupedSize];
         FormatGrouped(line, number);
@@ -158,7 +159,7 @@ void OpenThumbPopUp(HWND view)
         LoadStringA(Windows.Instance, IDS_LABEL_OFFSET, Thumb.OffsetLabel, sizeof Thumb.OffsetLabel);
     }
     char widest[40];
-    FormatThumbText(Document.LineCount, Document.FileSize, widest);
+    FormatThumbText(Document.LineCount, static_cast<std::uint32_t>(Document.FileSize), widest);
     const SIZE size = MeasureStatusText(widest);
     const int width = size.cx + 10 + (View.HexMode ? (size.cx + 10) / 6 : 0);
     const int height = size.cy * 3 / 2;
@@ -223,7 +224,7 @@ void ShowThumbPosition(HWND view, int thumb)
     }
     const std::int32_t target = ThumbTarget(thumb);
     char text[40];
-    FormatThumbText(target + 1, View.HexMode ? target * HexRowBytes : 0, text);
+    FormatThumbText(target + 1, static_cast<std::uint32_t>(target) * HexRowBytes, text);
     SetWindowTextA(Thumb.PopUp, text);
 }
 

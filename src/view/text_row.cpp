@@ -1,13 +1,11 @@
 #include "view/text_row.h"
 
+#include "view/hex_row.h"
 #include "view/view_state.h"
 
 #include <algorithm>
 
 namespace {
-
-constexpr std::int32_t FirstPairColumn = 10;
-constexpr std::int32_t PairWidth = 3;
 
 // Rows that the found run spills over below its first.
 std::int32_t SpilledRows()
@@ -19,7 +17,7 @@ ColumnRun PairsRun(std::int32_t startByte, std::int32_t bytes)
 {
     const std::int32_t firstByte = std::clamp<std::int32_t>(startByte, 0, HexRowBytes);
     const std::int32_t shown = std::clamp<std::int32_t>(bytes, 0, HexRowBytes - firstByte);
-    return {FirstPairColumn + PairWidth * firstByte, shown > 0 ? shown * PairWidth - 1 : 0};
+    return {HexPairsColumn + HexPairWidth * firstByte, shown > 0 ? shown * HexPairWidth - 1 : 0};
 }
 
 } // namespace

@@ -15,6 +15,11 @@ std::int32_t RowsOnScreen()
     return View.ClientHeight / View.LineHeight;
 }
 
+std::int32_t RowsTouched()
+{
+    return (View.ClientHeight + View.LineHeight - 1) / View.LineHeight;
+}
+
 std::int32_t HexRowCount()
 {
     // Divided before it is rounded up: the size may be close to the largest 32-bit number.

@@ -1,7 +1,7 @@
 // What the view shows and how: mode, scroll position, font, selection, found run and lock.
 //
 // Text lines count from 1; a hex row is always 16 bytes and hex row r, from 0, starts at byte 16 * r.
-// Selection, highlight and lock name hex rows from 1, like lines.
+// Selection and highlight name hex rows from 1, like lines.
 #pragma once
 
 #include <cstdint>
@@ -95,6 +95,9 @@ bool AnyLock();
 
 // Whole rows that fit the view.
 std::int32_t RowsOnScreen();
+
+// Rows that the view shows, the last one in part.
+std::int32_t RowsTouched();
 
 // 16-byte rows of the document.
 std::int32_t HexRowCount();

@@ -54,7 +54,7 @@ void SetViewScrollPos(HWND view, int bar, std::int32_t position)
 
 // Drawing a bar takes longer than reading many blocks, so one that stays as it is is left alone. Setting
 // a bar that is not there yet gives it its values, and may show it.
-void SetViewScrollRange(HWND view, int bar, std::int32_t low, std::int32_t high, std::int32_t position)
+void SetBar(HWND view, int bar, std::int32_t low, std::int32_t high, std::int32_t position)
 {
     SCROLLINFO now = {sizeof now, SIF_RANGE | SIF_POS, 0, 0, 0, 0, 0};
     if (GetScrollInfo(view, bar, &now) && now.nMin == low && now.nMax == high && now.nPos == position) {
@@ -100,7 +100,9 @@ void ScrollColumns(HWND view, std::int32_t columns, std::int32_t x)
 void ResendMouseMove(HWND view)
 {
     POINT point;
-    GetCursorPos(&point);
+    if (!GetCursorPos(&point)) {
+        return; // another desktop has the pointer
+    }
     ScreenToClient(view, &point);
     SendMessageA(view, WM_MOUSEMOVE, 0, MAKELPARAM(point.x, point.y));
 }
@@ -109,9 +111,15 @@ void OnSize(HWND view, std::int32_t width, std::int32_t height)
 {
     View.ClientWidth = width;
     View.ClientHeight = height;
-    const ScrollBarValues values = MeasureScrolling();
-    SetViewScrollRange(view, SB_VERT, values.VerticalMin, values.VerticalMax, values.VerticalPosition);
-    SetViewScrollRange(view, SB_HORZ, values.HorizontalMin, values.HorizontalMax, values.HorizontalPosition);
+    const std::int32_t leftBefore = View.LeftColumn;
+    const ScrollBarValues vertical = MeasureScrolling();
+    SetBar(view, SB_VERT, vertical.VerticalMin, vertical.VerticalMax, vertical.VerticalPosition);
+    // A bar that comes or goes changes the size, and this message has arrived once more in between.
+    const ScrollBarValues horizontal = MeasureScrolling();
+    SetBar(view, SB_HORZ, horizontal.HorizontalMin, horizontal.HorizontalMax, horizontal.HorizontalPosition);
+    if (View.LeftColumn != leftBefore) {
+        InvalidateRuler();
+    }
     RefreshStatus();
 }
 
@@ -132,11 +140,11 @@ void OnVerticalScroll(HWND view, int code, std::int32_t thumb, std::int32_t targ
     if (!step.Asked) {
         return;
     }
-    if (step.Lines == 0) {
+    if (step.Distance == 0) {
         BeepOnceAtEnd();
         return;
     }
-    ScrollLines(view, step.Lines);
+    ScrollLines(view, step.Distance);
     UpdateWindow(view);
     RefreshStatus();
     if (View.Selecting) {
@@ -154,11 +162,11 @@ void OnHorizontalScroll(HWND view, int code, std::int32_t thumb)
     if (!step.Asked) {
         return;
     }
-    if (step.Lines == 0) {
+    if (step.Distance == 0) {
         BeepOnceAtEnd();
         return;
     }
-    ScrollColumns(view, step.Lines, View.LockCols > 0 ? TextMargin + View.LockCols * View.CharWidth : 0);
+    ScrollColumns(view, step.Distance, View.LockCols > 0 ? TextMargin + View.LockCols * View.CharWidth : 0);
     RefreshStatus();
 }
 
@@ -196,7 +204,7 @@ void OnLeftButtonDown(HWND view, std::int32_t x, std::int32_t y)
     SetCursor(Drawing.IbeamCursor);
     // A press below the last line starts on it: there is nothing further down to select.
     View.SelAnchorLine = LineAtPoint(y);
-    View.SelColA = View.SelColB = ColumnFromPoint(view, View.SelAnchorLine, x);
+    View.SelColA = View.SelColB = Last.ColB = ColumnFromPoint(view, View.SelAnchorLine, x);
     SendMessageA(Windows.Status, WM_SHOW_STRING, IDS_SELECTING, 0);
 }
 
@@ -230,6 +238,8 @@ void DragOutside(HWND view, std::int32_t x, std::int32_t y)
     if (columns != 0) {
         ScrollColumns(view, columns, 0);
         RefreshStatus();
+    }
+    if (outsideSideways) {
         ExtendTo(view, line, x);
     }
     lines = lines != 0 ? ClampVertical(lines) : 0;
@@ -274,17 +284,14 @@ void OnLeftButtonUp(HWND view)
     if (!View.Selecting) {
         return;
     }
-    View.Selecting = false;
     if (SelectionIsEmpty()) {
         ClearSelection(view, View.SelLineA, View.SelLineB);
         ViewCalls.SelectionChanged(false);
     } else {
         ViewCalls.SelectionChanged(true);
     }
-    SetCursor(Drawing.ArrowCursor);
-    ReleaseCapture();
+    EndSelecting(view);
     RefreshStatus();
-    StopAutoScroll(view);
 }
 
 // Brings the clicked line to the top of the scrolled rows.
@@ -349,12 +356,23 @@ void OnTimer(HWND view, WPARAM timer)
 
 } // namespace
 
-void ScrollToLine(HWND view, int line)
+void EndSelecting(HWND view)
+{
+    if (!View.Selecting) {
+        return;
+    }
+    View.Selecting = false; // first: giving the capture back reports its loss
+    StopAutoScroll(view);
+    SetCursor(Drawing.ArrowCursor);
+    ReleaseCapture();
+}
+
+void ScrollToLine(HWND view, std::int32_t line)
 {
     SendMessageA(view, WM_SCROLL_VIEW, ScrollToTarget, line);
 }
 
-void ClearSelection(HWND view, int lineA, int lineB)
+void ClearSelection(HWND view, std::int32_t lineA, std::int32_t lineB)
 {
     View.SelLineA = View.SelLineB = 0;
     const LineBand band = OnScreen({std::min(lineA, lineB), std::max(lineA, lineB)});
@@ -379,7 +397,10 @@ LRESULT CALLBACK ViewWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_HSCROLL: OnHorizontalScroll(window, LOWORD(wParam), HIWORD(wParam)); return 0;
     case WM_LBUTTONDOWN: OnLeftButtonDown(window, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)); return 0;
     case WM_MOUSEMOVE: OnMouseMove(window, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)); return 0;
-    case WM_LBUTTONUP: OnLeftButtonUp(window); return 0;
+    case WM_LBUTTONUP:
+    case WM_CAPTURECHANGED: // taken away, as by a message box: what is selected so far stays
+        OnLeftButtonUp(window);
+        return 0;
     case WM_LBUTTONDBLCLK: OnLeftDoubleClick(window, GET_Y_LPARAM(lParam)); return 0;
     case WM_RBUTTONDOWN: OnRightButtonDown(window); return 0;
     case WM_RBUTTONDBLCLK: OnRightDoubleClick(window); return 0;

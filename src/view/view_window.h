@@ -1,6 +1,7 @@
 // The view window: scrolling, selecting, mouse.
 #pragma once
 
+#include <cstdint>
 #include <windows.h>
 
 // What the view asks of the rest of the program; handed in once at start.
@@ -14,7 +15,10 @@ extern ViewHooks ViewCalls;
 LRESULT CALLBACK ViewWndProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // Removes the selection between two lines and its colouring.
-void ClearSelection(HWND view, int lineA, int lineB);
+void ClearSelection(HWND view, std::int32_t lineA, std::int32_t lineB);
+
+// Ends a selection by mouse that is under way, as when its document goes away.
+void EndSelecting(HWND view);
 
 // Scrolls so that TopLine becomes line, as far as the document allows.
-void ScrollToLine(HWND view, int line);
+void ScrollToLine(HWND view, std::int32_t line);

@@ -230,7 +230,9 @@ std::string PlainDocument::ReadLine()
         }
         line += byte != 0 ? static_cast<char>(byte) : ' ';
     }
-    ++CurLine;
+    if (CurLine != 0) {
+        ++CurLine;
+    }
     return line;
 }
 

@@ -1,5 +1,8 @@
 #include "support/ui_test.h"
 
+#include <algorithm>
+#include <climits>
+
 namespace {
 
 class MemoryTest : public UiTest {};
@@ -31,8 +34,6 @@ TEST_F(MemoryTest, ALargeTextTakesNoMoreThanASmallOneAndItsLineTable)
     WriteSettings(std::string(FixedFont) + "MaxTextSize=114\n");
     const int small = GrowthByOpening(WriteScratch("small.txt", Repeated("some text of a line\r\n", 1000000)), "small.txt");
     const int large = GrowthByOpening(BigLog(), "big.log");
-    RecordProperty("small", small);
-    RecordProperty("large", large);
     EXPECT_LT(small, LargestGrowth);
     EXPECT_LT(large, LargestGrowth);
     EXPECT_LT(large - small, BigLogLines * (BigLogLineBytes * 1.0 / BlockBytes) * LineTableEntry + 4096);
@@ -43,16 +44,19 @@ TEST_F(MemoryTest, ALargeHexFileTakesNoMoreThanASmallOne)
     WriteSettings(std::string(FixedFont) + "MaxTextSize=0\n"); // neither is looked at as text
     const int small = GrowthByOpening(WriteScratch("small.bin", std::string(1000000, 'x')), "small.bin");
     const int large = GrowthByOpening(BigLog(), "big.log");
-    RecordProperty("small", small);
-    RecordProperty("large", large);
     EXPECT_LT(large, LargestGrowth);
     EXPECT_LT(large - small, 4096);
 }
 
 TEST_F(MemoryTest, OpeningAndClosingGivesEverythingBack)
 {
+    constexpr int Rounds = 3;
+    constexpr int OpeningsInRound = 10;
+    // A round without a leak can still grow by what the system takes now and then; a leak shows in all.
+    constexpr int SmallestLeak = 16 * OpeningsInRound;
     const std::string paths[] = {WriteScratch("small.txt", NumberedLines(30000)),
                                  WriteScratch("small.bin", std::string(200000, 'x'))};
+    WriteSettings("FontName=Arial\n"); // replaced by another font in hex mode
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
     const auto openAndClose = [&](const std::string& path, const std::string& name) {
@@ -63,18 +67,19 @@ TEST_F(MemoryTest, OpeningAndClosingGivesEverythingBack)
         program.Command(IDM_VIEW_TEXT);
         program.Command(IDM_INTERNAL_CLOSE);
     };
-    const auto openBoth = [&] {
-        openAndClose(paths[0], "small.txt");
-        openAndClose(paths[1], "small.bin");
-    };
-    openBoth();
-    program.Inside().Use();
-    const ProbeUseRecord before = program.Inside().Use();
-    for (int i = 0; i < 20; ++i) {
-        openBoth();
+    ProbeUseRecord before = program.Inside().Use();
+    int leastHeapGrowth = INT_MAX;
+    int leastGdiGrowth = INT_MAX;
+    for (int round = 0; round < Rounds; ++round) {
+        for (int i = 0; i < OpeningsInRound; ++i) {
+            openAndClose(paths[0], "small.txt");
+            openAndClose(paths[1], "small.bin");
+        }
+        const ProbeUseRecord after = program.Inside().Use();
+        leastHeapGrowth = std::min(leastHeapGrowth, after.HeapBytes - before.HeapBytes);
+        leastGdiGrowth = std::min(leastGdiGrowth, after.GdiObjects - before.GdiObjects);
+        before = after;
     }
-    const ProbeUseRecord after = program.Inside().Use();
-    EXPECT_LT(after.HeapBytes - before.HeapBytes, 2000);
-    EXPECT_LE(after.GdiObjects, before.GdiObjects);
-    EXPECT_LE(after.UserObjects, before.UserObjects);
+    EXPECT_LT(leastHeapGrowth, SmallestLeak);
+    EXPECT_LT(leastGdiGrowth, OpeningsInRound);
 }

@@ -109,6 +109,27 @@ std::int32_t HeapBytesInUse()
     return static_cast<std::int32_t>(bytes);
 }
 
+// Where the system does not count GDI objects it is told from their handles, which hold the place in a
+// table: new objects fill its free places before they make it longer.
+std::int32_t CountGdiObjects()
+{
+    const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    if (counted != 0) {
+        return static_cast<std::int32_t>(counted);
+    }
+    constexpr int MostFreePlaces = 1000;
+    static HBRUSH brushes[MostFreePlaces];
+    int lastPlace = 0;
+    for (HBRUSH& brush : brushes) {
+        brush = CreateSolidBrush(RGB(1, 2, 3));
+        lastPlace = std::max<int>(lastPlace, LOWORD(reinterpret_cast<std::uintptr_t>(brush)));
+    }
+    for (const HBRUSH brush : brushes) {
+        DeleteObject(brush);
+    }
+    return lastPlace;
+}
+
 } // namespace
 
 extern "C" {
@@ -188,8 +209,7 @@ __declspec(dllexport) DWORD WINAPI ProbeUse(void* argument)
 {
     ProbeUseRecord& record = *static_cast<ProbeUseRecord*>(argument);
     record.HeapBytes = HeapBytesInUse();
-    record.GdiObjects = static_cast<std::int32_t>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
-    record.UserObjects = static_cast<std::int32_t>(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
+    record.GdiObjects = CountGdiObjects();
     record.Beeps = Beeps;
     return 1;
 }

@@ -70,7 +70,6 @@ struct ProbeUseRecord {
     // Answer.
     std::int32_t HeapBytes = 0; // in use in the process heap
     std::int32_t GdiObjects = 0;
-    std::int32_t UserObjects = 0;
     std::int32_t Beeps = 0; // since the library was loaded
 };
 

@@ -159,13 +159,29 @@ TEST_F(ChangingFile, FileOverTheLimitThatVanishes)
     ReadAllWays();
 }
 
-TEST_F(ChangingFile, ReadingGoesOnAfterReopening)
+TEST_F(ChangingFile, ReleasedFileReadsAsEmptyWithBoundedWork)
 {
     OpenBytes(Lines(4 * BlockBytes, 99));
     CloseFileHandle();
     DiscardParkedBlocks();
     ReadAllWays();
-    // What was read meanwhile is empty blocks; they stay in the cache until it is their turn.
-    EXPECT_EQ(ReopenFile(TestPath), ReopenResult::Unchanged);
-    ReadAllWays();
+    EXPECT_EQ(TextOfLine(900), "");
+    EXPECT_EQ(HexRowOfLine(900), 0);
+    EXPECT_EQ(TextOfBytes(45000, 16), "");
+}
+
+TEST_F(ChangingFile, WhatCouldNotBeReadIsReadAgainAfterReopening)
+{
+    for (std::int32_t slots = 0; slots <= 5; ++slots) {
+        StartDocuments(slots);
+        OpenBytes(Lines(4 * BlockBytes, 99));
+        CloseFileHandle();
+        DiscardParkedBlocks();
+        ReadAllWays();
+        EXPECT_EQ(ReopenFile(TestPath), ReopenResult::Unchanged);
+        for (const std::int32_t line : {900, 1, 301, 600, 1200}) {
+            EXPECT_EQ(TextOfLine(line), std::string(99, static_cast<char>('a' + (line - 1) % 26))) << slots;
+        }
+        ReadAllWays();
+    }
 }

@@ -35,14 +35,14 @@ protected:
     {
         const ScrollStep step = VerticalStep(code, thumb, target);
         EXPECT_TRUE(step.Asked) << code;
-        return step.Lines;
+        return step.Distance;
     }
 
     static std::int32_t Columns(int code, std::int32_t thumb = 0)
     {
         const ScrollStep step = HorizontalStep(code, thumb);
         EXPECT_TRUE(step.Asked) << code;
-        return step.Lines;
+        return step.Distance;
     }
 };
 
@@ -343,10 +343,10 @@ TEST_F(Scroll, LockWinsInADocumentItDoesNotFit)
     View.TopLine = 9;
     MeasureScrolling();
     EXPECT_EQ(View.MaxTop, 0);
-    EXPECT_EQ(View.TopLine, 0);
+    EXPECT_EQ(View.TopLine, 9);
     EXPECT_EQ(View.LeftColumn, 1024);
-    EXPECT_EQ(ClampVertical(5), 9);
-    EXPECT_EQ(ClampVertical(-5), 9);
+    EXPECT_EQ(ClampVertical(5), 0);
+    EXPECT_EQ(ClampVertical(-5), 0);
     EXPECT_EQ(ClampHorizontal(5), 0);
     EXPECT_EQ(ClampHorizontal(-5), 0);
 }
@@ -360,7 +360,7 @@ TEST_F(Scroll, AbsurdLockIsHarmless)
     MeasureScrolling();
     for (int code = 0; code <= 100; ++code) {
         const ScrollStep step = VerticalStep(code, 32000, INT32_MAX);
-        EXPECT_GE(static_cast<std::int64_t>(View.TopLine) + step.Lines, 0);
+        EXPECT_GE(static_cast<std::int64_t>(View.TopLine) + step.Distance, 0);
         HorizontalStep(code, 32000);
     }
 }

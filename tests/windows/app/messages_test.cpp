@@ -23,13 +23,15 @@ struct SeenBox {
     HICON Icon = nullptr;
     HWND Owner = nullptr;
     std::map<int, std::string> Buttons; // by their ids
-    int DefaultButton = 0;
+    int FocusedButton = 0; // what Enter presses
 };
 
 constexpr int EnterKey = -1; // instead of a button
 
 SeenBox Box;
 int Answer; // the button to press
+int Looks;
+UINT_PTR LookTimer;
 
 BOOL CALLBACK NoteChild(HWND child, LPARAM)
 {
@@ -61,7 +63,7 @@ BOOL CALLBACK AnswerBox(HWND window, LPARAM)
     Box.Caption = caption;
     Box.Owner = GetWindow(window, GW_OWNER);
     EnumChildWindows(window, NoteChild, 0);
-    Box.DefaultButton = LOWORD(SendMessageA(window, DM_GETDEFID, 0, 0));
+    Box.FocusedButton = GetDlgCtrlID(GetFocus());
     if (Answer == EnterKey) {
         PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 0);
     } else {
@@ -70,12 +72,21 @@ BOOL CALLBACK AnswerBox(HWND window, LPARAM)
     return FALSE;
 }
 
-// A message box runs a message loop of its own, and so this timer.
-void CALLBACK LookForBox(HWND, UINT, UINT_PTR timer, DWORD)
+void StopLooking()
+{
+    KillTimer(nullptr, LookTimer);
+    LookTimer = 0;
+}
+
+// A message box runs a message loop of its own, and so this timer. A loop without a box that could be
+// answered is ended after ten seconds.
+void CALLBACK LookForBox(HWND, UINT, UINT_PTR, DWORD)
 {
     EnumThreadWindows(GetCurrentThreadId(), AnswerBox, 0);
     if (Box.Seen) {
-        KillTimer(nullptr, timer);
+        StopLooking();
+    } else if (++Looks == 1000) {
+        PostQuitMessage(1);
     }
 }
 
@@ -86,7 +97,14 @@ protected:
     {
         Box = SeenBox{};
         Answer = button;
-        SetTimer(nullptr, 0, 10, LookForBox);
+        Looks = 0;
+        LookTimer = SetTimer(nullptr, 0, 10, LookForBox);
+    }
+
+    ~Messages() override
+    {
+        EXPECT_TRUE(Box.Seen);
+        StopLooking();
     }
 };
 
@@ -146,7 +164,7 @@ TEST_F(Messages, AQuestionHasYesAndNoAndNoIsTheDefault)
     EXPECT_EQ(2u, Box.Buttons.size());
     EXPECT_EQ(1u, Box.Buttons.count(IDYES));
     EXPECT_EQ(1u, Box.Buttons.count(IDNO));
-    EXPECT_EQ(IDNO, Box.DefaultButton);
+    EXPECT_EQ(IDNO, Box.FocusedButton);
 }
 
 TEST_F(Messages, AQuestionReturnsTheButtonPressed)

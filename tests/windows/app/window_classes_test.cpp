@@ -111,6 +111,4 @@ TEST_F(WindowClasses, TheFrameAndItsChildrenAreOfThem)
         EXPECT_STREQ(expected.Name, name);
         EXPECT_EQ(expected.Parent, GetParent(expected.Window)) << expected.Name;
     }
-    EXPECT_EQ(static_cast<DWORD>(WS_VSCROLL | WS_HSCROLL),
-              static_cast<DWORD>(GetWindowLongA(Windows.View, GWL_STYLE)) & (WS_VSCROLL | WS_HSCROLL));
 }

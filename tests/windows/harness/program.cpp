@@ -14,6 +14,7 @@
 namespace {
 
 bool Running;
+bool ClassesRegistered;
 int Readings;
 
 void CountReading()
@@ -26,8 +27,10 @@ void CountReading()
 void StartProgramOnce()
 {
     if (!Running) {
-        Running = true;
-        StartProgram(GetModuleHandleA(nullptr), nullptr, "-Itest");
+        // The classes are the process's: a second start finds them, like a second instance once did.
+        const HINSTANCE instance = GetModuleHandleA(nullptr);
+        StartProgram(instance, ClassesRegistered ? instance : nullptr, "-Itest");
+        Running = ClassesRegistered = true;
         PumpMessages();
     }
 }
@@ -36,6 +39,9 @@ void EndProgram()
 {
     if (Running) {
         DestroyWindow(Windows.Main);
+        PumpMessages();
+        Windows = FrameWindows{};
+        Drawing = DrawingObjects{};
         Running = false;
     }
 }
