@@ -166,6 +166,7 @@ void PlainDocument::Swap(std::int32_t block)
 
 void PlainDocument::SeekPosition(std::int64_t position)
 {
+    CurLine = 0;
     const std::int32_t inside = static_cast<std::int32_t>(std::clamp<std::int64_t>(position, 0, Size()));
     const std::int32_t block = std::min(inside / BytesPerBlock + 1, BlockCount);
     if (block != CurBlock) {
