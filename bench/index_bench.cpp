@@ -42,8 +42,9 @@ void BenchIndexing(const char* where)
     DocumentOptions.MaxTextSize = 200;
     for (const Shape& shape : Shapes) {
         const BenchFile file("kvbench.txt", Megabytes, shape.LineLength, shape.End);
-        Compare(std::string("index") + where + " " + shape.Name, Peer, [&] { OpenAndClose(file.Path()); },
-                [&] { ReadWhole(file.Path()); });
+        Compare(
+            std::string("index") + where + " " + shape.Name, Peer, [&] { OpenAndClose(file.Path()); },
+            [&] { ReadWhole(file.Path()); });
     }
 }
 
@@ -51,7 +52,8 @@ void BenchOpenSequence()
 {
     DocumentOptions.MaxTextSize = 200;
     const BenchFile file("kvbench.txt", Megabytes, 80, "\r\n");
-    Compare("open from title to menus crlf-80", Peer, [&] { OpenSequence(Windows.Main, file.Path()); },
-            [&] { ReadWhole(file.Path()); });
+    Compare(
+        "open from title to menus crlf-80", Peer, [&] { OpenSequence(Windows.Main, file.Path()); },
+        [&] { ReadWhole(file.Path()); });
     CloseDocument();
 }

@@ -31,6 +31,7 @@ void BenchPainting()
     OpenSequence(Windows.Main, file.Path());
     SetWindowPos(Windows.Main, nullptr, 0, 0, 800, 600, SWP_NOZORDER);
     const int page = View.ClientHeight / View.LineHeight;
-    Compare("paint one row 20 times", "painting a page", [] { PaintManyTimes(1); }, [=] { PaintManyTimes(page); });
+    Compare(
+        "paint one row 20 times", "painting a page", [] { PaintManyTimes(1); }, [=] { PaintManyTimes(page); });
     CloseDocument();
 }

@@ -11,7 +11,7 @@ struct AppState {
     char ProgramDir[MaxPathSize] = ""; // of the program file, up to and including its last backslash
     char HelpPath[MaxPathSize] = "";
     char BatchPath[MaxPathSize] = "";
-    CommandLine Start;          // what the command line said
+    CommandLine Start; // what the command line said
     RecentFiles Recent;
     char CurrentPath[MaxPathSize] = ""; // of the current file: full, lower-case once it is open
     char FileTitle[MaxPathSize] = "";   // its name part, lower-case; empty when no file is current

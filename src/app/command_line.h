@@ -21,9 +21,9 @@ struct LockSpec {
 };
 
 struct CommandLine {
-    char FileName[MaxPathSize] = "";            // file or wildcard specification to open
-    char Rectangle[RectangleTextSize] = "";     // window rectangle, empty = none given
-    char SectionName[SectionNameSize] = "";     // section of the settings file
+    char FileName[MaxPathSize] = "";        // file or wildcard specification to open
+    char Rectangle[RectangleTextSize] = ""; // window rectangle, empty = none given
+    char SectionName[SectionNameSize] = ""; // section of the settings file
     LockSpec Lock;
     bool PrintAndExit = false;
     bool Error = false; // reported once there is a window to report on

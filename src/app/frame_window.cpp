@@ -210,8 +210,8 @@ struct ScrollKey {
 
 // Left and Right move by a page of columns on purpose: one column is no way to cross a wide line.
 constexpr ScrollKey ScrollKeys[] = {
-    {VK_PRIOR, WM_VSCROLL, SB_PAGEUP}, {VK_NEXT, WM_VSCROLL, SB_PAGEDOWN}, {VK_HOME, WM_VSCROLL, SB_TOP},
-    {VK_END, WM_VSCROLL, SB_BOTTOM},   {VK_UP, WM_VSCROLL, SB_LINEUP},     {VK_DOWN, WM_VSCROLL, SB_LINEDOWN},
+    {VK_PRIOR, WM_VSCROLL, SB_PAGEUP},  {VK_NEXT, WM_VSCROLL, SB_PAGEDOWN},   {VK_HOME, WM_VSCROLL, SB_TOP},
+    {VK_END, WM_VSCROLL, SB_BOTTOM},    {VK_UP, WM_VSCROLL, SB_LINEUP},       {VK_DOWN, WM_VSCROLL, SB_LINEDOWN},
     {VK_LEFT, WM_HSCROLL, SB_PAGELEFT}, {VK_RIGHT, WM_HSCROLL, SB_PAGERIGHT},
 };
 

@@ -27,8 +27,7 @@ std::int32_t ReadInt(const char* key, std::int32_t defaultValue)
 }
 
 // A value longer than the buffer is cut.
-template <std::size_t Size>
-void ReadString(const char* key, const char* defaultValue, char (&text)[Size])
+template <std::size_t Size> void ReadString(const char* key, const char* defaultValue, char (&text)[Size])
 {
     GetPrivateProfileStringA(App.Start.SectionName, key, defaultValue, text, Size, SettingsFile);
 }
@@ -78,8 +77,7 @@ void SaveWindowSize()
     WriteString("WindowSize", text);
 }
 
-template <std::size_t Size>
-void ReadIntlString(const char* key, const char* defaultValue, char (&text)[Size])
+template <std::size_t Size> void ReadIntlString(const char* key, const char* defaultValue, char (&text)[Size])
 {
     GetProfileStringA(IntlSection, key, defaultValue, text, Size);
 }

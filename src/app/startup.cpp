@@ -86,8 +86,8 @@ void CreateFrame(const WindowPlacement& placement)
     } else if (placement.Minimized) {
         style |= WS_MINIMIZE;
     }
-    Windows.Main = CreateWindowExA(0, "Kestovar", "Kestovar", style, r.Left, r.Top, r.Width, r.Height, nullptr,
-                                   nullptr, Windows.Instance, nullptr);
+    Windows.Main = CreateWindowExA(0, "Kestovar", "Kestovar", style, r.Left, r.Top, r.Width, r.Height, nullptr, nullptr,
+                                   Windows.Instance, nullptr);
 }
 
 } // namespace

@@ -28,8 +28,7 @@ void RegisterPlain(HINSTANCE instance, const char* name, UINT style, WNDPROC pro
     RegisterClassA(&windowClass);
 }
 
-template <typename Function>
-Function FindUserFunction(const char* name)
+template <typename Function> Function FindUserFunction(const char* name)
 {
     const HMODULE user = GetModuleHandleA("USER32");
     const FARPROC found = user != nullptr ? GetProcAddress(user, name) : nullptr;

@@ -13,14 +13,12 @@ void CopyText(char* destination, std::size_t size, const char* source);
 // Appends to the text that destination (size bytes) already holds, cutting what does not fit.
 void AppendText(char* destination, std::size_t size, const char* source);
 
-template <std::size_t Size>
-void CopyText(char (&destination)[Size], const char* source)
+template <std::size_t Size> void CopyText(char (&destination)[Size], const char* source)
 {
     CopyText(destination, Size, source);
 }
 
-template <std::size_t Size>
-void AppendText(char (&destination)[Size], const char* source)
+template <std::size_t Size> void AppendText(char (&destination)[Size], const char* source)
 {
     AppendText(destination, Size, source);
 }

@@ -7,7 +7,7 @@
 constexpr int ButtonTotal = 24;
 
 struct ButtonBarState {
-    std::int32_t ButtonCount = 0;            // buttons on the bar
+    std::int32_t ButtonCount = 0;               // buttons on the bar
     std::int16_t ButtonOrder[ButtonTotal] = {}; // bar slot -> button number
     std::uint16_t Position[ButtonTotal] = {};   // button number -> slot + 1; 0 = not on the bar
     std::int32_t ShowBubbles = 1;

@@ -98,8 +98,7 @@ void SwapCacheSlot(std::int32_t block)
 void ReadBlockFromFile(std::int32_t block)
 {
     DocumentCalls.AnnounceReading();
-    Document.CurBlockBytes =
-        ReadFileAt(Document.FileHandle, (block - 1) * BlockBytes, Document.WorkData, BlockBytes);
+    Document.CurBlockBytes = ReadFileAt(Document.FileHandle, (block - 1) * BlockBytes, Document.WorkData, BlockBytes);
     ClearSamples();
     // What cannot be read now, while the file is released, must not be taken for the block later.
     Document.CurBlock = Document.FileHandle != 0 ? block : 0;
@@ -151,8 +150,8 @@ bool InitBuffers()
     }
     // The document before may have left its table shrunk or freed.
     FreeLineTable();
-    Document.LineTable = static_cast<std::uint32_t*>(
-        AllocateLocked(Document.LineTableMemory, LineTableEntries * sizeof(std::uint32_t)));
+    Document.LineTable =
+        static_cast<std::uint32_t*>(AllocateLocked(Document.LineTableMemory, LineTableEntries * sizeof(std::uint32_t)));
     if (Document.WorkData == nullptr || Document.LineTable == nullptr) {
         FreeBuffers();
         return false;
@@ -210,8 +209,8 @@ std::uint32_t* LineSamples()
 void ShrinkLineTable()
 {
     UnlockMemory(Document.LineTableMemory);
-    Document.LineTableMemory = ShrinkMemory(
-        Document.LineTableMemory, static_cast<std::size_t>(Document.BlockCount + 1) * sizeof(std::uint32_t));
+    Document.LineTableMemory = ShrinkMemory(Document.LineTableMemory,
+                                            static_cast<std::size_t>(Document.BlockCount + 1) * sizeof(std::uint32_t));
     Document.LineTable = static_cast<std::uint32_t*>(LockMemory(Document.LineTableMemory));
 }
 

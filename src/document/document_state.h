@@ -33,12 +33,12 @@ struct CacheSlot {
 };
 
 struct DocumentState {
-    int FileHandle = 0;             // 0 = closed
-    std::int32_t FileSize = 0;      // bytes
-    std::int32_t FileTime = 0;      // modification, seconds since 1970; compared on reopen
-    bool IsText = false;            // lines indexed, or else records of a fixed length
-    std::int32_t LineCount = 0;     // at least 1 once open
-    std::int32_t MaxTextBytes = 0;  // a larger file is not text
+    int FileHandle = 0;            // 0 = closed
+    std::int32_t FileSize = 0;     // bytes
+    std::int32_t FileTime = 0;     // modification, seconds since 1970; compared on reopen
+    bool IsText = false;           // lines indexed, or else records of a fixed length
+    std::int32_t LineCount = 0;    // at least 1 once open
+    std::int32_t MaxTextBytes = 0; // a larger file is not text
     std::int32_t BlockCount = 0;
     std::int32_t CurBlock = 0;      // block in the working buffer; 0 = it holds nothing usable
     std::int32_t CurBlockBytes = 0; // valid data bytes in the working buffer
@@ -49,7 +49,7 @@ struct DocumentState {
     MemoryHandle WorkMemory = nullptr; // the working buffer, locked while it exists
     std::uint8_t* WorkData = nullptr;  // its bytes: data, then samples
     MemoryHandle LineTableMemory = nullptr;
-    std::uint32_t* LineTable = nullptr; // entry b: line ends counted in block b; entry 0 is 0
+    std::uint32_t* LineTable = nullptr;      // entry b: line ends counted in block b; entry 0 is 0
     CacheSlot Slots[MaxCacheSlots + 1] = {}; // numbered from 1
 
     std::int32_t CurLine = 0;        // number, from 1, of the line at the read position; 0 = not known

@@ -86,7 +86,7 @@ std::int32_t FindBlockOfLine(std::int32_t line)
 {
     std::int32_t block = 1;
     std::uint32_t linesBefore = 0;
-    while (block < Document.BlockCount && static_cast<std::uint32_t>(line) > linesBefore + Document.LineTable[block] + 1) {
+    while (block<Document.BlockCount&& static_cast<std::uint32_t>(line)> linesBefore + Document.LineTable[block] + 1) {
         linesBefore += Document.LineTable[block];
         ++block;
     }

@@ -5,8 +5,8 @@
 
 struct PrintFont {
     char Name[32] = "";
-    std::int32_t Use = 0;    // print with this font instead of the screen font
-    std::int32_t Size = 0;   // logical height, held negative
+    std::int32_t Use = 0;  // print with this font instead of the screen font
+    std::int32_t Size = 0; // logical height, held negative
     std::int32_t Weight = 0;
     std::int32_t Italic = 0;
 };

@@ -39,13 +39,13 @@ struct DrawingObjects {
 extern DrawingObjects Drawing;
 
 // Private messages. Those to the frame:
-constexpr UINT WM_BUSY_START = WM_USER;         // show the wait cursor
-constexpr UINT WM_BUSY_END = WM_USER + 1;       // and the arrow again
-constexpr UINT WM_SHOW_MATCH = WM_USER + 2;     // wParam column, lParam line
-constexpr UINT WM_REMOVE_MATCH = WM_USER + 3;   // lParam line
+constexpr UINT WM_BUSY_START = WM_USER;       // show the wait cursor
+constexpr UINT WM_BUSY_END = WM_USER + 1;     // and the arrow again
+constexpr UINT WM_SHOW_MATCH = WM_USER + 2;   // wParam column, lParam line
+constexpr UINT WM_REMOVE_MATCH = WM_USER + 3; // lParam line
 // To the status line:
 constexpr UINT WM_SHOW_POSITION = WM_USER + 4;
-constexpr UINT WM_SHOW_STRING = WM_USER + 5;    // wParam string id
+constexpr UINT WM_SHOW_STRING = WM_USER + 5; // wParam string id
 // To the view: a vertical scroll request; with code ScrollToTarget TopLine becomes lParam.
 constexpr UINT WM_SCROLL_VIEW = WM_USER + 12;
 

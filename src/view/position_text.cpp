@@ -16,8 +16,7 @@ std::int64_t HexPercent(std::int64_t position)
     if (Document.FileSize < 1) {
         return 100;
     }
-    return Document.FileSize < LargeFile ? position * 100 / Document.FileSize
-                                         : position / (Document.FileSize / 100);
+    return Document.FileSize < LargeFile ? position * 100 / Document.FileSize : position / (Document.FileSize / 100);
 }
 
 } // namespace

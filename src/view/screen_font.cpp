@@ -35,8 +35,8 @@ void FontMetrics()
     SelectedObject font(dc, Drawing.ScreenFont);
     TEXTMETRICA metrics = {};
     GetTextMetricsA(dc, &metrics);
-    const FontMeasures measures = MendMeasures(
-        {metrics.tmAveCharWidth, metrics.tmMaxCharWidth, metrics.tmHeight + metrics.tmExternalLeading});
+    const FontMeasures measures =
+        MendMeasures({metrics.tmAveCharWidth, metrics.tmMaxCharWidth, metrics.tmHeight + metrics.tmExternalLeading});
     View.CharWidth = measures.CharWidth;
     View.MaxCharWidth = measures.MaxCharWidth;
     View.LineHeight = measures.LineHeight;

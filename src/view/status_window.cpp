@@ -166,9 +166,9 @@ void OpenThumbPopUp(HWND view)
     RECT client;
     GetClientRect(view, &client);
     const int x = client.right - (GetSystemMetrics(SM_CXVSCROLL) + width);
-    Thumb.PopUp = CreateWindowExA(0, "KstvSb", "", WS_CHILD, x, (client.bottom - height) / 2, width, height, view,
-                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_CHILD_THUMB)), Windows.Instance,
-                                  nullptr);
+    Thumb.PopUp =
+        CreateWindowExA(0, "KstvSb", "", WS_CHILD, x, (client.bottom - height) / 2, width, height, view,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_CHILD_THUMB)), Windows.Instance, nullptr);
     ShowWindow(Thumb.PopUp, SW_SHOWNA);
     UpdateWindow(Thumb.PopUp);
 }

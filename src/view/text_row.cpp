@@ -76,8 +76,10 @@ ColumnRun HexHighlight(std::int32_t distance)
 LineBand HexRowsInBand(std::int32_t top, std::int32_t bottom)
 {
     const std::int32_t rows = HexRowCount();
-    const std::int64_t first = std::max<std::int64_t>(static_cast<std::int64_t>(View.TopLine) + top / View.LineHeight, 0);
-    const std::int64_t last = std::min<std::int64_t>(static_cast<std::int64_t>(View.TopLine) + (bottom - 1) / View.LineHeight, rows - 1);
+    const std::int64_t first =
+        std::max<std::int64_t>(static_cast<std::int64_t>(View.TopLine) + top / View.LineHeight, 0);
+    const std::int64_t last =
+        std::min<std::int64_t>(static_cast<std::int64_t>(View.TopLine) + (bottom - 1) / View.LineHeight, rows - 1);
     return {static_cast<std::int32_t>(std::min<std::int64_t>(first, INT32_MAX)), static_cast<std::int32_t>(last)};
 }
 

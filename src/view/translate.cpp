@@ -10,10 +10,10 @@ struct Mapping {
 };
 
 constexpr Mapping Mappings[] = {
-    {0x40, " "},         {0x4A, "\xA2.<(+"},  {0x50, "&"},         {0x5A, "!$*);"},     {0x60, "-/"},
-    {0x6A, "|,%_>?"},    {0x7A, ":#@'"},      {0x7F, "\""},        {0x81, "abcdefghi"}, {0x91, "jklmnopqr"},
-    {0xA2, "stuvwxyz"},  {0xAD, "["},         {0xBD, "]"},         {0xC0, "{ABCDEFGHI"}, {0xD0, "}JKLMNOPQR"},
-    {0xE0, "\\"},        {0xE2, "STUVWXYZ"},  {0xF0, "0123456789"},
+    {0x40, " "},        {0x4A, "\xA2.<(+"}, {0x50, "&"},          {0x5A, "!$*);"},      {0x60, "-/"},
+    {0x6A, "|,%_>?"},   {0x7A, ":#@'"},     {0x7F, "\""},         {0x81, "abcdefghi"},  {0x91, "jklmnopqr"},
+    {0xA2, "stuvwxyz"}, {0xAD, "["},        {0xBD, "]"},          {0xC0, "{ABCDEFGHI"}, {0xD0, "}JKLMNOPQR"},
+    {0xE0, "\\"},       {0xE2, "STUVWXYZ"}, {0xF0, "0123456789"},
 };
 
 constexpr std::array<std::uint8_t, 256> MakeTable()

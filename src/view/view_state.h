@@ -50,7 +50,7 @@ struct ViewState {
     std::int32_t HiliteLen = 0;  // characters, or bytes
 
     // The lock; no lock when all four are 0.
-    std::int32_t LockTopLine = 0;  // the line above the first locked row
+    std::int32_t LockTopLine = 0; // the line above the first locked row
     std::int32_t LockRows = 0;
     std::int32_t LockColStart = 0; // first column shown in the locked columns
     std::int32_t LockCols = 0;

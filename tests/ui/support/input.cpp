@@ -55,13 +55,20 @@ void PressKeys(std::initializer_list<WORD> keys)
 
 bool MovePointer(HWND window, int x, int y)
 {
+    // A place that the pointer was at before can come in late from the screen: it has to stay.
+    constexpr int StableLooks = 12;
     POINT wanted = {x, y};
     ClientToScreen(window, &wanted);
-    SetCursorPos(wanted.x, wanted.y);
+    int looks = 0;
     return WaitUntil([&] {
         POINT now = {};
         GetCursorPos(&now);
-        return now.x == wanted.x && now.y == wanted.y;
+        if (now.x == wanted.x && now.y == wanted.y) {
+            return ++looks >= StableLooks;
+        }
+        looks = 0;
+        SetCursorPos(wanted.x, wanted.y);
+        return false;
     });
 }
 

@@ -11,7 +11,7 @@ bool BringToForeground(HWND window);
 // a modifier and its key.
 void PressKeys(std::initializer_list<WORD> keys);
 
-// Moves the pointer to a point of the window's client area and waits until it is there.
+// Moves the pointer to a point of the window's client area and waits until it is there and stays.
 bool MovePointer(HWND window, int x, int y);
 
 // The buttons, where the pointer is.

@@ -3,24 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
-#include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
 // A heap copy of exactly the bytes, so that a look past them is an error a sanitizer sees.
-class Exact {
-public:
-    explicit Exact(const std::string& text) : Data(new std::uint8_t[text.size()]), Count(static_cast<std::int32_t>(text.size()))
-    {
-        if (!text.empty()) {
-            memcpy(Data.get(), text.data(), text.size());
-        }
-    }
+struct Exact {
+    explicit Exact(const std::string& text) : Data(text.begin(), text.end()), Count(static_cast<std::int32_t>(text.size())) {}
 
-    std::unique_ptr<std::uint8_t[]> Data;
+    std::vector<std::uint8_t> Data;
     std::int32_t Count;
 };
 
@@ -55,7 +48,7 @@ std::int32_t FindOneByOne(const std::string& text, std::size_t start)
 std::int32_t Count(const std::string& text)
 {
     const Exact exact(text);
-    return CountLineEnds(exact.Data.get(), exact.Count);
+    return CountLineEnds(exact.Data.data(), exact.Count);
 }
 
 // Bytes next to the line ends' values, and those whose sign differs, come up often.
@@ -73,12 +66,12 @@ std::string RandomText(std::mt19937& random, std::size_t size, unsigned endsInTe
 void CompareAll(const std::string& text, std::mt19937& random)
 {
     const Exact exact(text);
-    ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), EndsOneByOne(text));
+    ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), EndsOneByOne(text));
     for (const std::int32_t atLeast : {0, 1, static_cast<std::int32_t>(random() % 40), 1000}) {
-        ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, atLeast), LongestOneByOne(text, atLeast)) << atLeast;
+        ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, atLeast), LongestOneByOne(text, atLeast)) << atLeast;
     }
     for (std::size_t start = 0; start <= text.size(); start += 1 + random() % 5) {
-        ASSERT_EQ(FindLineEnd(exact.Data.get(), static_cast<std::int32_t>(start), exact.Count),
+        ASSERT_EQ(FindLineEnd(exact.Data.data(), static_cast<std::int32_t>(start), exact.Count),
                   FindOneByOne(text, start))
             << start;
     }
@@ -124,30 +117,30 @@ TEST(LineScan, CountersDoNotOverflowInALongRunOfLineEnds)
 TEST(LineScan, LongestRunIsOnlyWhatIsLongerThanAtLeast)
 {
     const Exact text("aaa\nbbbbb\rcc");
-    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 0), 5);
-    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 4), 5);
-    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 5), 5);
-    EXPECT_EQ(LongestRun(text.Data.get(), text.Count, 9), 9);
+    EXPECT_EQ(LongestRun(text.Data.data(), text.Count, 0), 5);
+    EXPECT_EQ(LongestRun(text.Data.data(), text.Count, 4), 5);
+    EXPECT_EQ(LongestRun(text.Data.data(), text.Count, 5), 5);
+    EXPECT_EQ(LongestRun(text.Data.data(), text.Count, 9), 9);
 }
 
 TEST(LineScan, LongestRunMayBeTheFirstOrTheLast)
 {
     const Exact first("aaaaa\nbb\n");
-    EXPECT_EQ(LongestRun(first.Data.get(), first.Count, 0), 5);
+    EXPECT_EQ(LongestRun(first.Data.data(), first.Count, 0), 5);
     const Exact last("a\nbb\nccccc");
-    EXPECT_EQ(LongestRun(last.Data.get(), last.Count, 0), 5);
+    EXPECT_EQ(LongestRun(last.Data.data(), last.Count, 0), 5);
     const Exact whole("abcde");
-    EXPECT_EQ(LongestRun(whole.Data.get(), whole.Count, 0), 5);
+    EXPECT_EQ(LongestRun(whole.Data.data(), whole.Count, 0), 5);
 }
 
 TEST(LineScan, FindsTheFirstLineEndFromStartOn)
 {
     const Exact text("ab\rcd\nef");
-    EXPECT_EQ(FindLineEnd(text.Data.get(), 0, text.Count), 2);
-    EXPECT_EQ(FindLineEnd(text.Data.get(), 2, text.Count), 2);
-    EXPECT_EQ(FindLineEnd(text.Data.get(), 3, text.Count), 5);
-    EXPECT_EQ(FindLineEnd(text.Data.get(), 6, text.Count), 8);
-    EXPECT_EQ(FindLineEnd(text.Data.get(), 8, text.Count), 8);
+    EXPECT_EQ(FindLineEnd(text.Data.data(), 0, text.Count), 2);
+    EXPECT_EQ(FindLineEnd(text.Data.data(), 2, text.Count), 2);
+    EXPECT_EQ(FindLineEnd(text.Data.data(), 3, text.Count), 5);
+    EXPECT_EQ(FindLineEnd(text.Data.data(), 6, text.Count), 8);
+    EXPECT_EQ(FindLineEnd(text.Data.data(), 8, text.Count), 8);
 }
 
 TEST(LineScan, AgreesWithByteLoopsForEveryLengthUpTo200)
@@ -167,9 +160,9 @@ TEST(LineScan, AgreesWithByteLoopsWithASingleLineEndAnywhere)
             std::string text(size, 'x');
             text[at] = at % 2 != 0 ? '\r' : '\n';
             const Exact exact(text);
-            ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), 1);
-            ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, 0), LongestOneByOne(text, 0));
-            ASSERT_EQ(FindLineEnd(exact.Data.get(), 0, exact.Count), static_cast<std::int32_t>(at));
+            ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), 1);
+            ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, 0), LongestOneByOne(text, 0));
+            ASSERT_EQ(FindLineEnd(exact.Data.data(), 0, exact.Count), static_cast<std::int32_t>(at));
         }
     }
 }
@@ -180,7 +173,7 @@ TEST(LineScan, AgreesWithByteLoopsOnWholeBlocks)
     for (int i = 0; i < 4; ++i) {
         const std::string text = RandomText(random, 30000 - static_cast<std::size_t>(i), 1);
         const Exact exact(text);
-        ASSERT_EQ(CountLineEnds(exact.Data.get(), exact.Count), EndsOneByOne(text));
-        ASSERT_EQ(LongestRun(exact.Data.get(), exact.Count, 0), LongestOneByOne(text, 0));
+        ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), EndsOneByOne(text));
+        ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, 0), LongestOneByOne(text, 0));
     }
 }
