@@ -37,9 +37,8 @@ void TakeView(FuzzInput& input)
     View.HexMode = input.Byte() % 2 != 0;
     View.ClientWidth = static_cast<std::int32_t>(input.Number16() % 32768);
     View.ClientHeight = static_cast<std::int32_t>(input.Number16() % 32768);
-    const FontMeasures font =
-        MendMeasures({Within(input.Number32(), -10, 1000), Within(input.Number32(), -10, 4000),
-                      Within(input.Number32(), -10, 1000)});
+    const FontMeasures font = MendMeasures({Within(input.Number32(), -10, 1000), Within(input.Number32(), -10, 4000),
+                                            Within(input.Number32(), -10, 1000)});
     View.CharWidth = font.CharWidth;
     View.MaxCharWidth = font.MaxCharWidth;
     View.LineHeight = font.LineHeight;
@@ -63,13 +62,13 @@ void CheckScrolling(FuzzInput& input)
 {
     const ScrollBarValues values = MeasureScrolling();
     Require(View.MaxTop >= 0 && View.MaxLeft >= 0 && View.ScrollScale >= 1, "scroll limits");
-    Require(View.TopLine <= View.MaxTop, "the top is within the document");
+    Require(View.TopLine <= std::max(View.MaxTop, View.LockTopLine), "the top is within the document");
     Require(values.VerticalMax <= 32000, "the bar has 32000 positions");
     const std::int32_t lowest = std::max(View.TopLine, View.LockTopLine);
     for (int i = 0; i < 4; ++i) {
         const int code = input.Byte() % 102;
         const ScrollStep step = VerticalStep(code, static_cast<std::int32_t>(input.Number16()), input.Number32());
-        const std::int64_t top = static_cast<std::int64_t>(View.TopLine) + step.Lines;
+        const std::int64_t top = static_cast<std::int64_t>(View.TopLine) + step.Distance;
         Require(top >= 0 && top <= std::max(View.MaxTop, lowest), "a step stays within the document");
         HorizontalStep(code, static_cast<std::int32_t>(input.Number16()));
     }
@@ -121,7 +120,8 @@ void CheckHexRow(std::int32_t row, bool translate)
     Require(strlen(text) <= HexRowLength, "a row ends");
     for (std::int32_t distance = 0; distance < 4; ++distance) {
         const ColumnRun run = HexHighlight(distance);
-        Require(run.Length == 0 || (run.Start >= 10 && run.Start + run.Length <= 57), "only hex digits are highlighted");
+        Require(run.Length == 0 || (run.Start >= 10 && run.Start + run.Length <= 57),
+                "only hex digits are highlighted");
     }
     IsHexRowSelected(row);
     IsHexRowHighlighted(row);

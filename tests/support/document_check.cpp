@@ -46,8 +46,7 @@ std::string CompareReading(PlainDocument& plain, const DocumentStep& step)
 {
     switch (step.Kind) {
     case StepKind::ReadLineText: return Difference(TextOf(ReadLineText(step.First)), plain.ReadLineText(step.First));
-    case StepKind::HexRowOfLine:
-        return Difference("hex row", HexRowOfLine(step.First), plain.HexRowOfLine(step.First));
+    case StepKind::HexRowOfLine: return Difference("hex row", HexRowOfLine(step.First), plain.HexRowOfLine(step.First));
     case StepKind::ReadLine: return Difference(TextOf(ReadLine()), plain.ReadLine());
     case StepKind::SeekLine:
         SeekLine(step.First, 0);
@@ -110,8 +109,9 @@ std::string TakeStep(PlainDocument& plain, const DocumentStep& step)
 
 std::string DescribeStep(const DocumentStep& step)
 {
-    static constexpr const char* Names[] = {"ReadLineText", "SeekLine",      "HexRowOfLine", "ReadLine",   "ReadBytesAt",
-                                            "ReadBytes",    "DiscardParked", "NoMemory",     "MemoryAgain"};
+    static constexpr const char* Names[] = {"ReadLineText",  "SeekLine",    "HexRowOfLine",
+                                            "ReadLine",      "ReadBytesAt", "ReadBytes",
+                                            "DiscardParked", "NoMemory",    "MemoryAgain"};
     return std::string(Names[static_cast<int>(step.Kind)]) + " " + std::to_string(step.First) + " " +
            std::to_string(step.Second);
 }

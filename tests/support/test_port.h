@@ -19,8 +19,8 @@ struct TestFile {
     Bytes Content;
     std::int32_t Time = 1000000000;
     std::uint16_t Attributes = 0;
-    bool StatusFails = false;       // opens, but has no status
-    std::int64_t StatedSize = -1;   // what the status says when that is not the content's size; -1 = it is
+    bool StatusFails = false;     // opens, but has no status
+    std::int64_t StatedSize = -1; // what the status says when that is not the content's size; -1 = it is
 };
 
 namespace TestPort {

@@ -221,37 +221,36 @@ TEST_F(BadInputTest, ColoursBeyondThePaletteAreUsable)
 
 TEST_F(BadInputTest, AbsurdSizesAreUsable)
 {
-    ExpectUsable("TabSize=0\nPtabs=1\nFixedLineLen=0\n");
-    ExpectUsable("TabSize=-3\nPtabs=1\nFixedLineLen=-5\n");
+    ExpectUsable("TabSize=0\nPtabs=1\nFixedLineLen=0\nMaxTextSize=-1\nMaxLineLen=5000\n");
+    ExpectUsable("TabSize=-3\nPtabs=1\nFixedLineLen=-5\nMaxTextSize=99999999\nMaxLineLen=-5000\nBuffers=-77\n");
     ExpectUsable("TabSize=99999999\nPtabs=1\nFixedLineLen=99999999\n");
-    ExpectUsable("MaxTextSize=-1\nMaxLineLen=5000\n");
-    ExpectUsable("MaxTextSize=99999999\nMaxLineLen=-5000\nBuffers=-77\n");
 }
 
 TEST_F(BadInputTest, AbsurdFontsAreUsable)
 {
-    ExpectUsable("FontName=" + std::string(5000, 'f') + "\nRuler=1\n");
-    ExpectUsable("FontSize=100000\nFontWeight=-5\nFontItalic=77\nRuler=1\n");
+    ExpectUsable("FontSize=100000\nFontWeight=-5\nFontItalic=77\nRuler=1\nFontName=" + std::string(5000, 'f') + "\n");
     ExpectUsable("FontSize=-2147483648\nHdFontSize=-2147483648\n");
     ExpectUsable("FontSize=0\nFontName=\nRuler=7\n");
 }
 
 TEST_F(BadInputTest, AbsurdWindowSizesAreUsable)
 {
-    ExpectUsable("WindowSize=rubbish\n");
-    ExpectUsable("WindowSize=1 2 3\n");
-    ExpectUsable("WindowSize=99999999999 99999999999\n");
-    ExpectUsable("WindowSize=1024 768 0 1\n");
-    ExpectUsable("WindowSize=-1 -1 -1 -1\n");
+    for (const char* const size : {"rubbish", "1 2 3", "99999999999 99999999999", "-1 -1 -1 -1", "1024 768 1 1"}) {
+        WriteSettings("WindowSize=" + std::string(size) + "\n");
+        Program program(WriteScratch("lines.txt", NumberedLines(5000)));
+        ASSERT_TRUE(program.WaitForFrame()) << size;
+        EXPECT_EQ(program.Title(), "Kestovar-lines.txt");
+        ReadAround(program);
+        EXPECT_EQ(program.Close(), 0u);
+    }
 }
 
 TEST_F(BadInputTest, OverlongAndRubbishTextsAreUsable)
 {
     ExpectUsable("EditorName=" + std::string(5000, 'e') + "\nFilterSpec=" + std::string(5000, '|') + "\nButtons=" +
-                 std::string(5000, '9') + "\n");
-    ExpectUsable("SavedFile1=" + std::string(5000, 's') + "\nSavedFile9=" + std::string(5000, 't') +
-                 "\nButtons=0x-1??%s%n\nShowBubbles=-9\n");
-    ExpectUsable("LinesXXX=1\n=\n[\n]\nKestovar\nFontName\n%s%s%s=%n\n");
+                 std::string(5000, '9') + "\nSavedFile1=" + std::string(5000, 's') + "\n");
+    ExpectUsable("SavedFile9=" + std::string(5000, 't') + "\nButtons=0x-1??%s%n\nShowBubbles=-9\n"
+                 "LinesXXX=1\n=\n[\n]\nKestovar\nFontName\n%s%s%s=%n\n");
 }
 
 TEST_F(BadInputTest, OverlongSettingsAreCut)

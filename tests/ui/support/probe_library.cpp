@@ -190,6 +190,8 @@ __declspec(dllexport) DWORD WINAPI ProbeRecordTexts(void* argument)
     LeaveCriticalSection(&Lock);
     if (record.Window != nullptr) {
         RedrawWindow(record.Window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        // The window's own thread may have taken up the painting by itself: wait until it is done with it.
+        SendMessageA(record.Window, WM_NULL, 0, 0);
     }
     return 1;
 }

@@ -123,14 +123,16 @@ std::string Program::Title() const
 bool Program::WaitForTitle(const std::string& name) const
 {
     const std::string title = name.empty() ? "Kestovar" : "Kestovar-" + name;
-    return WaitUntil([&] { return Title() == title; });
+    return WaitUntil([&] { return Title() == title || !IsWindow(FrameWindow); }) && Title() == title;
 }
 
 LRESULT Program::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) const
 {
     DWORD_PTR result = 0;
-    EXPECT_NE(SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, DefaultWaitLimit, &result), 0)
-        << "no answer to message " << message << ", " << wParam;
+    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, DefaultWaitLimit, &result) == 0) {
+        ADD_FAILURE() << "no answer to message " << message << ", " << wParam;
+        TerminateProcess(Process.hProcess, 1); // so that nothing else waits for it
+    }
     return static_cast<LRESULT>(result);
 }
 
@@ -195,16 +197,8 @@ Probe& Program::Inside()
 
 std::vector<ProbeText> Program::ViewTexts()
 {
-    std::vector<ProbeText> texts;
-    for (const ProbeText& text : Inside().Repaint(View())) {
-        // The system may have the view painted once more at the same time.
-        const bool again = std::any_of(texts.begin(), texts.end(), [&](const ProbeText& other) {
-            return memcmp(&text, &other, sizeof text) == 0;
-        });
-        if (text.Length != 0 && !again) {
-            texts.push_back(text);
-        }
-    }
+    std::vector<ProbeText> texts = Inside().Repaint(View());
+    std::erase_if(texts, [](const ProbeText& text) { return text.Length == 0; });
     std::stable_sort(texts.begin(), texts.end(), [](const ProbeText& a, const ProbeText& b) { return a.Y < b.Y; });
     return texts;
 }

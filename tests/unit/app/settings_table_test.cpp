@@ -18,14 +18,14 @@ struct ExpectedRow {
 
 // The order in which settings files hold the keys.
 constexpr ExpectedRow Expected[SettingRowCount] = {
-    {"Fcolour", 7},       {"Bcolour", 1},      {"RlFcolour", 0},    {"RlBcolour", 6},   {"MkFcolour", 0},
-    {"MkBcolour", 6},     {"StFcolour", 0},    {"StBcolour", 8},    {"LkFcolour", 7},   {"LkBcolour", 9},
-    {"Ptabs", 0},         {"Ruler", 0},        {"FontSize", -13},   {"FontWeight", 400}, {"FontItalic", 0},
-    {"UseHeadFont", 0},   {"HdFontSize", 0},   {"HdFontWeight", 0}, {"HdFontItalic", 0}, {"UseBodyFont", 0},
-    {"BdFontSize", 0},    {"BdFontWeight", 0}, {"BdFontItalic", 0}, {"StatusLine", 1},  {"ButtonBar", 1},
-    {"ScrollBars", 1},    {"SuppressMenu", 0}, {"ExitOnEsc", 0},    {"OemToAnsi", 0},   {"FixedLineLen", 75},
-    {"AutoZip", 0},       {"MaxTextSize", 12}, {"TabSize", 8},      {"MinOnLaunch", 0}, {"MaxLaunchApp", 0},
-    {"MaxLineLen", 512},  {"LoadOnDelete", 0},
+    {"Fcolour", 7},      {"Bcolour", 1},      {"RlFcolour", 0},    {"RlBcolour", 6},    {"MkFcolour", 0},
+    {"MkBcolour", 6},    {"StFcolour", 0},    {"StBcolour", 8},    {"LkFcolour", 7},    {"LkBcolour", 9},
+    {"Ptabs", 0},        {"Ruler", 0},        {"FontSize", -13},   {"FontWeight", 400}, {"FontItalic", 0},
+    {"UseHeadFont", 0},  {"HdFontSize", 0},   {"HdFontWeight", 0}, {"HdFontItalic", 0}, {"UseBodyFont", 0},
+    {"BdFontSize", 0},   {"BdFontWeight", 0}, {"BdFontItalic", 0}, {"StatusLine", 1},   {"ButtonBar", 1},
+    {"ScrollBars", 1},   {"SuppressMenu", 0}, {"ExitOnEsc", 0},    {"OemToAnsi", 0},    {"FixedLineLen", 75},
+    {"AutoZip", 0},      {"MaxTextSize", 12}, {"TabSize", 8},      {"MinOnLaunch", 0},  {"MaxLaunchApp", 0},
+    {"MaxLineLen", 512}, {"LoadOnDelete", 0},
 };
 
 class Normalize : public testing::Test {
@@ -89,9 +89,8 @@ TEST_F(Normalize, PrintFontWithoutASizeFollowsTheScreenFont)
 
 TEST_F(Normalize, MaxLineLenIsClampedTo80To1024)
 {
-    const std::int32_t pairs[][2] = {{20, 80},       {80, 80},          {81, 81},        {1024, 1024},
-                                     {1025, 1024},   {5000, 1024},      {-5, 80},        {INT32_MIN, 80},
-                                     {INT32_MAX, 1024}};
+    const std::int32_t pairs[][2] = {{20, 80},     {80, 80}, {81, 81},        {1024, 1024},     {1025, 1024},
+                                     {5000, 1024}, {-5, 80}, {INT32_MIN, 80}, {INT32_MAX, 1024}};
     for (const auto& pair : pairs) {
         DocumentOptions.MaxLineLen = pair[0];
         NormalizeSettings();

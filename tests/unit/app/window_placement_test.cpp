@@ -64,6 +64,12 @@ TEST(WindowPlacement, WithoutExtentTheDefaultRectangleIsTaken)
     ExpectRectangle(placement.Rectangle, 0, 0, 1024, 698);
 }
 
+TEST(WindowPlacement, ExtentInOneDirectionIsEnough)
+{
+    ExpectRectangle(PlaceWindow("10 20 0 400", true, "", Screen).Rectangle, 10, 20, 0, 400);
+    ExpectRectangle(PlaceWindow("10 20 300 0", true, "", Screen).Rectangle, 10, 20, 300, 0);
+}
+
 TEST(WindowPlacement, FullExtentElsewhereIsNotMaximized)
 {
     EXPECT_FALSE(PlaceWindow("1 0 1024 768", true, "", Screen).Maximized);

@@ -65,15 +65,13 @@ TEST(ShortenPath, LeavesAPathOfTheLimitAlone)
 TEST(ShortenPath, KeepsTheHeadAndATailFromADirectoryBoundary)
 {
     // 45 characters: 45 - 30 + 3 - 3 = 15 are skipped behind the head.
-    EXPECT_EQ(Shortened("c:\\winnt\\system\\longdirectory\\drivers\\etc.txt", 30, '\\'),
-              "c:\\...\\drivers\\etc.txt");
+    EXPECT_EQ(Shortened("c:\\winnt\\system\\longdirectory\\drivers\\etc.txt", 30, '\\'), "c:\\...\\drivers\\etc.txt");
 }
 
 TEST(ShortenPath, BoundaryAtTheSkipPositionItselfIsTaken)
 {
     // 38 characters: 8 are skipped, and the ninth is a separator.
-    EXPECT_EQ(Shortened("c:\\12345678\\0123456789012345678901.txt", 30, '\\'),
-              "c:\\...\\0123456789012345678901.txt");
+    EXPECT_EQ(Shortened("c:\\12345678\\0123456789012345678901.txt", 30, '\\'), "c:\\...\\0123456789012345678901.txt");
 }
 
 TEST(ShortenPath, WithoutAFurtherBoundaryTheTailStartsAtTheSkipPosition)
@@ -100,6 +98,8 @@ TEST(ShortenPath, NeverGrows)
     // The head is longer than the limit; what follows it is shorter than the dots.
     const std::string path = std::string(40, 'h') + "\\ab";
     EXPECT_EQ(Shortened(path.c_str(), 30, '\\'), path);
+    const std::string boundaryNext = std::string(40, 'h') + "\\a\\name";
+    EXPECT_EQ(Shortened(boundaryNext.c_str(), 30, '\\'), boundaryNext);
     const std::string boundaryAtOnce = std::string(30, 'h') + "\\\\name";
     EXPECT_EQ(Shortened(boundaryAtOnce.c_str(), 30, '\\'), boundaryAtOnce);
 }

@@ -337,7 +337,9 @@ TEST_F(BlockCache, ReadAtTakesTheBytesFromTheFile)
     OpenBlocks(3, 5);
     char read[6] = "-----";
     ReadAt(BlockBytes - 2, read, 4);
-    EXPECT_STREQ(read, std::string(reinterpret_cast<const char*>(Lines(2 * BlockBytes, 99).data()) + BlockBytes - 2, 4).append("-").c_str());
+    EXPECT_STREQ(read, std::string(reinterpret_cast<const char*>(Lines(2 * BlockBytes, 99).data()) + BlockBytes - 2, 4)
+                           .append("-")
+                           .c_str());
     EXPECT_EQ(Document.CurBlock, 1);
 }
 
@@ -367,6 +369,21 @@ TEST_F(BlockCache, ReadAtPastTheEndLeavesTheDestinationUntouched)
     EXPECT_STREQ(read, "-----");
     ReadAt(Document.FileSize - 4, read, 4);
     EXPECT_STRNE(read, "-----");
+}
+
+TEST_F(BlockCache, ReadAtOfAReleasedFileTakesNothingFromAnotherBlock)
+{
+    OpenBlocks(3, 5);
+    char read[6] = "-----";
+    LoadBlock(2);
+    CloseFileHandle();
+    ReadAt(0, read, 4);
+    EXPECT_STREQ(read, "-----");
+    LoadBlock(1);
+    ReadAt(0, read, 4);
+    EXPECT_STREQ(read, "aaaa-");
+    ReadAt(BlockBytes - 2, read, 4);
+    EXPECT_STREQ(read, "aaaa-");
 }
 
 TEST_F(BlockCache, ReadAtWithoutADocumentDoesNothing)

@@ -85,6 +85,23 @@ TEST_F(ChangingFile, TextRewrittenAsLineEndsOnly)
     ReadAllWays();
 }
 
+TEST_F(ChangingFile, LinesThatRunOnIntoTheNextBlockAreNotSampledThere)
+{
+    OpenBytes(Lines(4 * BlockBytes, 99));
+    LoadBlock(1);
+    TestPort::AddFile(TestPath, Lines(4 * BlockBytes, 500)); // a fifth of the lines
+    DiscardParkedBlocks();
+    TextOfLine(600); // its block holds 60 lines now, and 299 are skipped
+    for (std::int32_t block = 3; block <= 4; ++block) {
+        if (Document.CurBlock != block) {
+            LoadBlock(block);
+        }
+        for (std::int32_t i = 0; i < SamplesPerBlock; ++i) {
+            ASSERT_EQ(LineSamples()[i], 0u) << block << " " << i;
+        }
+    }
+}
+
 TEST_F(ChangingFile, RecordsOfAShrunkFile)
 {
     OpenBytes(Bytes(4 * BlockBytes, 'x'));
@@ -101,6 +118,21 @@ TEST_F(ChangingFile, FileThatShrinksBetweenStatusAndReading)
     EXPECT_LE(TestPort::FileReads(), 8);
     ReadAllWays();
     EXPECT_EQ(TextOfBytes(99990, 16), "");
+}
+
+TEST_F(ChangingFile, PositionedReadTakesOnlyWhatHasArrived)
+{
+    TestPort::AddFile(TestPath, Lines(20000, 99)).StatedSize = 100000;
+    ASSERT_EQ(OpenTestFile(), OpenResult::Opened);
+    ASSERT_EQ(Document.FileHandle, 0);
+    for (const std::int32_t offset : {19997, 25000, 29999, 31000, 99996}) {
+        char read[6] = "-----";
+        ReadAt(offset, read, 4);
+        EXPECT_STREQ(read, "-----") << offset;
+    }
+    char read[6] = "-----";
+    ReadAt(19996, read, 4);
+    EXPECT_STREQ(read, "rrr\n-");
 }
 
 TEST_F(ChangingFile, FileThatVanishesBetweenStatusAndReading)
@@ -132,7 +164,8 @@ TEST_F(ChangingFile, FileThatShrinksAtEachRead)
         StartDocuments(1);
         TestFile& file = TestPort::AddFile(TestPath, Lines(200000, 99));
         TestPort::BeforeEachRead([&file, step] {
-            file.Content.resize(file.Content.size() - std::min<std::size_t>(file.Content.size(), static_cast<std::size_t>(step)));
+            file.Content.resize(file.Content.size() -
+                                std::min<std::size_t>(file.Content.size(), static_cast<std::size_t>(step)));
         });
         EXPECT_EQ(OpenTestFile(), OpenResult::Opened);
         EXPECT_GE(Document.LineCount, 1);

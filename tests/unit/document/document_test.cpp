@@ -253,8 +253,7 @@ TEST_F(OpenDocumentTest, BlockTwoOfAFileOverTheLimitReadsAsZeroBytesWithAnySlots
     for (std::int32_t slots = 1; slots <= 5; ++slots) {
         StartDocuments(slots);
         OpenBytes(Lines(DefaultTextLimit + 1, 99));
-        EXPECT_EQ(TextOfBytes(29990, 30), std::string(9, 'a' + 299 % 26) + "\n" + Zeros(20))
-            << slots;
+        EXPECT_EQ(TextOfBytes(29990, 30), std::string(9, 'a' + 299 % 26) + "\n" + Zeros(20)) << slots;
         EXPECT_EQ(TextOfBytes(45000, 16), Zeros(16)) << slots;
         EXPECT_EQ(TextOfBytes(59990, 11), Zeros(10) + static_cast<char>('a' + 600 % 26)) << slots;
         EXPECT_EQ(ReadingsAnnounced(), 2) << slots;

@@ -161,8 +161,7 @@ std::uint32_t NumberFromEnvironment(const char* name, std::uint32_t fallback)
 
 } // namespace
 
-class LineIndexProperty : public DocumentFixture {
-};
+class LineIndexProperty : public DocumentFixture {};
 
 TEST_F(LineIndexProperty, AgreesWithThePlainDocument)
 {

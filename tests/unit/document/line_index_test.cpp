@@ -263,6 +263,14 @@ TEST_F(LineIndex, ByteReadLeavesTheLineUnknown)
     EXPECT_EQ(TextOfLine(2), "two");
 }
 
+TEST_F(LineIndex, ByteReadOnFromALineLeavesTheLineUnknownToo)
+{
+    OpenBytes(BytesOf("one\ntwo\nthree\n"));
+    TextOfLine(1);
+    EXPECT_EQ(ReadBytes(2).Length, 2);
+    EXPECT_EQ(TextOfLine(2), "two");
+}
+
 TEST_F(LineIndex, LinePastTheEndIsEmptyWhenReadOn)
 {
     OpenBytes(BytesOf("one\ntwo"));
@@ -291,7 +299,8 @@ TEST_F(LineIndex, TabBecomesTheRemainderNotTheDistance)
     EXPECT_EQ(Expanded("1234567\tx", 8), "1234567       x");
     EXPECT_EQ(Expanded("12345678\tx", 8), "12345678        x");
     EXPECT_EQ(Expanded("abc\tx", 5), "abc   x");
-    EXPECT_EQ(Expanded("abcd\t\tx", 3), "abcd " "  x");
+    EXPECT_EQ(Expanded("abcd\t\tx", 3), "abcd "
+                                        "  x");
 }
 
 TEST_F(LineIndex, TabsStayWithoutPtabs)
@@ -385,6 +394,7 @@ TEST_F(LineIndex, ByteReadIsBoundedByTheLineBuffer)
 {
     OpenBytes(Lines(2 * BlockBytes, 99));
     EXPECT_EQ(TextOfBytes(0, INT32_MAX).size(), static_cast<std::size_t>(LineBufferBytes));
+    EXPECT_EQ(Document.CurOffset, LineBufferBytes);
     EXPECT_EQ(TextOfBytes(0, 0), "");
     EXPECT_EQ(TextOfBytes(0, -5), "");
 }
@@ -456,6 +466,45 @@ TEST_F(LineIndex, RecordCountIsRoundedUpAndAtLeastOne)
     EXPECT_EQ(RecordCount(10), 1);
     EXPECT_EQ(RecordCount(11), 2);
     EXPECT_EQ(RecordCount(INT32_MAX), 214748365);
+}
+
+TEST_F(LineIndex, WithoutADocumentEverythingReadsAsEmpty)
+{
+    const auto readAll = [] {
+        EXPECT_EQ(TextOfLine(1), "");
+        EXPECT_EQ(TextOfLine(5), "");
+        EXPECT_EQ(TextOfBytes(0, 16), "");
+        EXPECT_EQ(TextOfBytes(30000, 16), "");
+        EXPECT_EQ(ReadLine().Length, 0);
+        HexRowOfLine(3);
+    };
+    readAll();
+    OpenBytes(Lines(3 * BlockBytes, 99));
+    TextOfLine(500);
+    FreeBuffers();
+    readAll();
+    OpenBytes(Bytes(3 * BlockBytes, 'x'));
+    FreeBuffers();
+    readAll();
+}
+
+TEST_F(LineIndex, WhatFollowsAnUnknownLineIsUnknown)
+{
+    OpenBytes(BytesOf("one\ntwo\nthree\n"));
+    EXPECT_EQ(TextOfBytes(2, 2), "e\n");
+    EXPECT_EQ(ReadLine().Length, 3);
+    EXPECT_EQ(Document.CurLine, 0);
+    EXPECT_EQ(TextOfLine(1), "one");
+}
+
+TEST_F(LineIndex, SeekToAByteLeavesTheLineUnknown)
+{
+    OpenBytes(Bytes(1000, 'x'));
+    HexRowOfLine(5);
+    EXPECT_EQ(Document.CurLine, 0);
+    OpenBytes(BytesOf("one\ntwo\n"));
+    SeekLine(0, 5);
+    EXPECT_EQ(TextOfLine(1), "one");
 }
 
 TEST_F(LineIndex, SkippingStopsAtTheEndOfTheFile)

@@ -11,7 +11,10 @@ namespace {
 
 // A heap copy of exactly the bytes, so that a look past them is an error a sanitizer sees.
 struct Exact {
-    explicit Exact(const std::string& text) : Data(text.begin(), text.end()), Count(static_cast<std::int32_t>(text.size())) {}
+    explicit Exact(const std::string& text)
+        : Data(text.begin(), text.end()), Count(static_cast<std::int32_t>(text.size()))
+    {
+    }
 
     std::vector<std::uint8_t> Data;
     std::int32_t Count;

@@ -27,7 +27,9 @@ TEST_F(TestPortTest, ReadsAFileOfTheDisk)
     const char* const path = "unit_tests_port.tmp";
     FILE* file = fopen(path, "wb");
     ASSERT_NE(file, nullptr);
-    fwrite("ab\r\ncd\x1A" "e\0f", 1, 10, file);
+    fwrite("ab\r\ncd\x1A"
+           "e\0f",
+           1, 10, file);
     fclose(file);
 
     FileStatus status{};
@@ -38,7 +40,11 @@ TEST_F(TestPortTest, ReadsAFileOfTheDisk)
     ASSERT_NE(handle, 0);
     char read[16] = {};
     EXPECT_EQ(ReadFileAt(handle, 2, read, 16), 8);
-    EXPECT_EQ(memcmp(read, "\r\ncd\x1A" "e\0f", 8), 0);
+    EXPECT_EQ(memcmp(read,
+                     "\r\ncd\x1A"
+                     "e\0f",
+                     8),
+              0);
     EXPECT_EQ(ReadFileAt(handle, 0, read, 2), 2);
     EXPECT_EQ(ReadFileAt(handle, 10, read, 16), 0);
     CloseOpenFile(handle);

@@ -254,6 +254,18 @@ TEST_F(TextRow, RowsOnScreenAreWholeRows)
     EXPECT_EQ(RowsOnScreen(), 0);
 }
 
+TEST_F(TextRow, RowShownInPartIsTouched)
+{
+    View.ClientHeight = 109;
+    EXPECT_EQ(RowsTouched(), 11);
+    View.ClientHeight = 110;
+    EXPECT_EQ(RowsTouched(), 11);
+    View.ClientHeight = 111;
+    EXPECT_EQ(RowsTouched(), 12);
+    View.ClientHeight = 0;
+    EXPECT_EQ(RowsTouched(), 0);
+}
+
 TEST_F(TextRow, RowsAreLinesInTextModeAndSixteenBytesInHexMode)
 {
     Document.FileSize = 33;

@@ -178,6 +178,20 @@ TEST(ReadFileAtTest, AnotherFileAtTheSameHandleIsReadFromItsOwnPlace)
     CloseOpenFile(after);
 }
 
+TEST(ReadFileAtTest, TwoFilesReadInTurnsFromTheSamePlacesAreKeptApart)
+{
+    const std::string first = Pattern(1000, 9);
+    const std::string second = Pattern(1000, 10);
+    const ScratchFile firstFile("first.bin", first);
+    const ScratchFile secondFile("second.bin", second);
+    const OpenedFile a(firstFile.Path());
+    const OpenedFile b(secondFile.Path());
+    EXPECT_EQ(Part(first, 0, 100), ReadFrom(a, 0, 100));
+    EXPECT_EQ(Part(second, 100, 100), ReadFrom(b, 100, 100));
+    EXPECT_EQ(Part(first, 200, 100), ReadFrom(a, 200, 100));
+    EXPECT_EQ(Part(second, 300, 100), ReadFrom(b, 300, 100));
+}
+
 TEST(ReadFileAtTest, AFileClosedBehindItsBackReadsNothingAndItsSuccessorIsReadRight)
 {
     const std::string content = Pattern(1000, 6);
@@ -199,6 +213,15 @@ TEST(ReadFileAtTest, SeesWhatWasAppendedBehindTheLastRead)
     EXPECT_EQ("first,", ReadFrom(file, 0, 100));
     scratch.Append("second");
     EXPECT_EQ("second", ReadFrom(file, 6, 100));
+}
+
+TEST(ReadFileAtTest, AFileGrownBeyondTheLastPositionIsReadUpToThereAndOn)
+{
+    ScratchFile scratch("grown.bin", "start");
+    scratch.Truncate(2147483700);
+    const OpenedFile file(scratch.Path());
+    EXPECT_EQ(std::string(60, '\0'), ReadFrom(file, 2147483640, 30000));
+    EXPECT_EQ("start", ReadFrom(file, 0, 5));
 }
 
 TEST(ReadFileAtTest, AnyOrderOfReadsOpensAndClosesGivesTheFilesContent)

@@ -20,6 +20,20 @@ void WriteWhole(const std::string& path, const std::string& content)
     fclose(file);
 }
 
+// A test may remove its file while the document still has it open; what then stays is removed here.
+void EmptyDirectory()
+{
+    WIN32_FIND_DATAA found;
+    const HANDLE search = FindFirstFileA((DirectoryPath + "*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    do {
+        DeleteFileA((DirectoryPath + found.cFileName).c_str());
+    } while (FindNextFileA(search, &found));
+    FindClose(search);
+}
+
 HANDLE OpenShared(const std::string& path)
 {
     return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
@@ -34,10 +48,12 @@ ScratchDirectory::ScratchDirectory()
     GetTempPathA(sizeof directory, directory);
     DirectoryPath = directory + std::string("kvtest") + std::to_string(GetCurrentProcessId()) + "\\";
     CreateDirectoryA(DirectoryPath.c_str(), nullptr);
+    EmptyDirectory(); // of a run with the same number that crashed
 }
 
 ScratchDirectory::~ScratchDirectory()
 {
+    EmptyDirectory();
     RemoveDirectoryA(DirectoryPath.c_str());
 }
 
