@@ -21,7 +21,7 @@ struct LockSpec {
 };
 
 struct CommandLine {
-    char FileName[MaxPathSize] = "";        // file or wildcard specification to open
+    char FileName[MaxPathSize] = "";        // file or wildcard pattern to open
     char Rectangle[RectangleTextSize] = ""; // window rectangle, empty = none given
     char SectionName[SectionNameSize] = ""; // section of the settings file
     LockSpec Lock;

@@ -10,12 +10,9 @@
 
 namespace {
 
-// The library in this process, to look its functions up: it is not run here.
-HMODULE LocalLibrary()
+std::string NameFor(const char* name, DWORD processId)
 {
-    static const HMODULE library =
-        LoadLibraryExA(WindowsPath(KESTOVAR_PROBE).c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
-    return library;
+    return name + std::to_string(processId);
 }
 
 } // namespace
@@ -25,55 +22,62 @@ int Pixels::CountOf(std::uint32_t colour) const
     return static_cast<int>(std::count(Values.begin(), Values.end(), colour));
 }
 
-Probe::Probe(HANDLE process) : Process(process)
+Probe::Probe(HANDLE process, DWORD processId)
+    : Process(process),
+      Memory(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(ProbeChannel),
+                                NameFor(ProbeMemoryName, processId).c_str())),
+      Ask(CreateEventA(nullptr, FALSE, FALSE, NameFor(ProbeAskName, processId).c_str())),
+      Answer(CreateEventA(nullptr, FALSE, FALSE, NameFor(ProbeAnswerName, processId).c_str())),
+      Channel(static_cast<ProbeChannel*>(MapViewOfFile(Memory, FILE_MAP_ALL_ACCESS, 0, 0, 0)))
 {
-    // Kernel32 lies at the same address in every process.
+    EXPECT_NE(Channel, nullptr);
+    EXPECT_TRUE(Load()) << "the probe library could not be loaded";
+}
+
+Probe::~Probe()
+{
+    UnmapViewOfFile(Channel);
+    CloseHandle(Memory);
+    CloseHandle(Ask);
+    CloseHandle(Answer);
+}
+
+// Has the process run LoadLibrary, which lies at the same address in every process. The memory with the
+// library's name stays there for the rest of the run.
+bool Probe::Load()
+{
     void* const load = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32"), "LoadLibraryA"));
     const std::string path = WindowsPath(KESTOVAR_PROBE);
-    DWORD base = 0;
-    if (RunRemotely(load, path.c_str(), path.size() + 1, nullptr, base)) {
-        Base = reinterpret_cast<std::uint8_t*>(static_cast<std::uintptr_t>(base));
-    }
-    EXPECT_NE(Base, nullptr) << "the probe library could not be loaded: " << path;
-}
-
-bool Probe::RunRemotely(void* function, const void* argument, std::size_t size, void* answer, DWORD& result)
-{
-    void* const memory = VirtualAllocEx(Process, nullptr, size, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
-    if (memory == nullptr || !WriteProcessMemory(Process, memory, argument, size, nullptr)) {
+    void* const name = VirtualAllocEx(Process, nullptr, path.size() + 1, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    if (name == nullptr || !WriteProcessMemory(Process, name, path.c_str(), path.size() + 1, nullptr)) {
         return false;
     }
-    const HANDLE thread = CreateRemoteThread(
-        Process, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(function), memory, 0, nullptr);
-    if (thread == nullptr) {
-        return false;
-    }
+    const HANDLE thread =
+        CreateRemoteThread(Process, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(load), name, 0, nullptr);
     const HANDLE either[] = {thread, Process};
-    const bool ended = WaitForMultipleObjects(2, either, FALSE, DefaultWaitLimit) == WAIT_OBJECT_0;
-    bool good = ended && GetExitCodeThread(thread, &result);
-    if (good && answer != nullptr) {
-        good = ReadProcessMemory(Process, memory, answer, size, nullptr);
-    }
+    DWORD library = 0;
+    const bool loaded = thread != nullptr &&
+                        WaitForMultipleObjects(2, either, FALSE, DefaultWaitLimit) == WAIT_OBJECT_0 &&
+                        GetExitCodeThread(thread, &library) && library != 0;
     CloseHandle(thread);
-    if (ended) {
-        VirtualFreeEx(Process, memory, 0, MEM_RELEASE);
-    }
-    return good;
+    return loaded;
 }
 
-bool Probe::Call(const char* function, void* record, std::size_t size)
+bool Probe::Call(ProbeRequest request, void* record, std::size_t size)
 {
-    void* const local = reinterpret_cast<void*>(GetProcAddress(LocalLibrary(), function));
-    DWORD result = 0;
-    if (Base != nullptr && local != nullptr) {
-        const std::ptrdiff_t offset = static_cast<std::uint8_t*>(local) - reinterpret_cast<std::uint8_t*>(LocalLibrary());
-        RunRemotely(Base + offset, record, size, record, result);
-    }
-    if (result == 0) {
-        ADD_FAILURE() << "no answer from inside the program: " << function;
+    Channel->Request = request;
+    Channel->Done = false;
+    memcpy(Channel->Record, record, size);
+    SetEvent(Ask);
+    const HANDLE either[] = {Answer, Process};
+    const bool answered = WaitForMultipleObjects(2, either, FALSE, DefaultWaitLimit) == WAIT_OBJECT_0;
+    if (!answered || !Channel->Done) {
+        ADD_FAILURE() << "no answer from inside the program to request " << static_cast<int>(request);
         TerminateProcess(Process, 1); // so that nothing else waits for it
+        return false;
     }
-    return result != 0;
+    memcpy(record, Channel->Record, size);
+    return true;
 }
 
 MenuItem Probe::Command(HWND frame, UINT id, ProbeMenuKind menu)
@@ -82,7 +86,7 @@ MenuItem Probe::Command(HWND frame, UINT id, ProbeMenuKind menu)
     record.Frame = frame;
     record.Menu = menu;
     record.Item = id;
-    Call("ProbeMenu", &record, sizeof record);
+    Call(ProbeRequest::Menu, &record, sizeof record);
     MenuItem item;
     item.HasMenu = record.HasMenu;
     item.Exists = record.State != static_cast<std::uint32_t>(-1);
@@ -102,7 +106,7 @@ std::vector<std::string> Probe::PopupTexts(HWND frame, int popup)
         record.Popup = popup;
         record.Flags = MF_BYPOSITION;
         record.Item = static_cast<std::uint32_t>(texts.size());
-        if (!Call("ProbeMenu", &record, sizeof record) || record.ItemCount <= 0) {
+        if (!Call(ProbeRequest::Menu, &record, sizeof record) || record.ItemCount <= 0) {
             return texts;
         }
         texts.push_back((record.State & MF_SEPARATOR) != 0 ? "-" : record.Text);
@@ -115,7 +119,7 @@ ScrollValues Probe::Scroll(HWND window, int bar)
     ProbeScrollRecord record;
     record.Window = window;
     record.Bar = bar;
-    Call("ProbeScroll", &record, sizeof record);
+    Call(ProbeRequest::Scroll, &record, sizeof record);
     return {record.Min, record.Max, record.Position};
 }
 
@@ -131,7 +135,7 @@ Pixels Probe::Read(HWND window, int x, int y, int width, int height)
     constexpr std::size_t Head = offsetof(ProbePixelsRecord, Pixels);
     std::vector<std::uint8_t> bytes(Head + pixels.Values.size() * sizeof(std::uint32_t));
     memcpy(bytes.data(), &record, Head);
-    if (Call("ProbePixels", bytes.data(), bytes.size())) {
+    if (Call(ProbeRequest::Pixels, bytes.data(), bytes.size())) {
         memcpy(pixels.Values.data(), bytes.data() + Head, bytes.size() - Head);
     }
     for (std::uint32_t& value : pixels.Values) {
@@ -144,7 +148,7 @@ std::vector<ProbeText> Probe::Repaint(HWND window)
 {
     auto record = std::make_unique<ProbeTextsRecord>();
     record->Window = window;
-    Call("ProbeRecordTexts", record.get(), sizeof *record);
+    Call(ProbeRequest::RecordTexts, record.get(), sizeof *record);
     std::vector<ProbeText> texts;
     for (const ProbeText& text : TakeRecorded()) {
         // The system may have had the window painted once more at the same time.
@@ -161,20 +165,20 @@ std::vector<ProbeText> Probe::Repaint(HWND window)
 void Probe::StartRecording()
 {
     auto record = std::make_unique<ProbeTextsRecord>();
-    Call("ProbeRecordTexts", record.get(), sizeof *record);
+    Call(ProbeRequest::RecordTexts, record.get(), sizeof *record);
 }
 
 std::vector<ProbeText> Probe::TakeRecorded()
 {
     auto record = std::make_unique<ProbeTextsRecord>();
-    Call("ProbeTakeTexts", record.get(), sizeof *record);
+    Call(ProbeRequest::TakeTexts, record.get(), sizeof *record);
     return {record->Texts, record->Texts + record->Count};
 }
 
 ProbeUseRecord Probe::Use()
 {
     ProbeUseRecord record;
-    Call("ProbeUse", &record, sizeof record);
+    Call(ProbeRequest::Use, &record, sizeof record);
     return record;
 }
 
@@ -183,12 +187,12 @@ void Probe::Drop(HWND window, const std::string& path)
     ProbeDropRecord record;
     record.Window = window;
     path.copy(record.Path, sizeof record.Path - 1);
-    Call("ProbeDrop", &record, sizeof record);
+    Call(ProbeRequest::Drop, &record, sizeof record);
 }
 
 ProbeCursorShape Probe::Cursor()
 {
     ProbeCursorRecord record;
-    Call("ProbeCursor", &record, sizeof record);
+    Call(ProbeRequest::Cursor, &record, sizeof record);
     return record.Shape;
 }

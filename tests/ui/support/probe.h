@@ -32,7 +32,10 @@ struct Pixels {
 class Probe {
 public:
     // Loads the library; the calls below fail their test when that did not work.
-    explicit Probe(HANDLE process);
+    Probe(HANDLE process, DWORD processId);
+    ~Probe();
+    Probe(const Probe&) = delete;
+    Probe& operator=(const Probe&) = delete;
 
     MenuItem Command(HWND frame, UINT id, ProbeMenuKind menu = ProbeMenuKind::Bar);
     // The texts of a popup's items, "-" for a separator.
@@ -49,9 +52,13 @@ public:
     ProbeCursorShape Cursor();
 
 private:
-    bool Call(const char* function, void* record, std::size_t size);
-    bool RunRemotely(void* function, const void* argument, std::size_t size, void* answer, DWORD& result);
+    bool Load();
+    // Copies the record there and, when it has been answered, back.
+    bool Call(ProbeRequest request, void* record, std::size_t size);
 
     HANDLE Process;
-    std::uint8_t* Base = nullptr; // of the library, in that process
+    HANDLE Memory;
+    HANDLE Ask;
+    HANDLE Answer;
+    ProbeChannel* Channel;
 };

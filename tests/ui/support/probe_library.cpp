@@ -2,6 +2,7 @@
 #include "support/probe_records.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -130,36 +131,29 @@ std::int32_t CountGdiObjects()
     return lastPlace;
 }
 
-} // namespace
-
-extern "C" {
-
-__declspec(dllexport) DWORD WINAPI ProbeMenu(void* argument)
+bool ReadMenu(ProbeMenuRecord& record)
 {
-    ProbeMenuRecord& record = *static_cast<ProbeMenuRecord*>(argument);
     const HMENU menu = FindMenu(record);
     record.HasMenu = menu != nullptr;
     record.State = GetMenuState(menu, record.Item, record.Flags);
     record.ItemCount = GetMenuItemCount(menu);
     GetMenuStringA(menu, record.Item, record.Text, sizeof record.Text, record.Flags);
-    return 1;
+    return true;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeScroll(void* argument)
+bool ReadScroll(ProbeScrollRecord& record)
 {
-    ProbeScrollRecord& record = *static_cast<ProbeScrollRecord*>(argument);
     int least = 0;
     int most = 0;
     GetScrollRange(record.Window, record.Bar, &least, &most);
     record.Min = least;
     record.Max = most;
     record.Position = GetScrollPos(record.Window, record.Bar);
-    return 1;
+    return true;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbePixels(void* argument)
+bool ReadPixels(ProbePixelsRecord& record)
 {
-    ProbePixelsRecord& record = *static_cast<ProbePixelsRecord*>(argument);
     const HDC window = GetDC(record.Window);
     const HDC memory = CreateCompatibleDC(window);
     BITMAPINFO info = {};
@@ -181,9 +175,8 @@ __declspec(dllexport) DWORD WINAPI ProbePixels(void* argument)
     return copied != FALSE;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeRecordTexts(void* argument)
+bool RecordTexts(const ProbeTextsRecord& record)
 {
-    const ProbeTextsRecord& record = *static_cast<ProbeTextsRecord*>(argument);
     EnterCriticalSection(&Lock);
     TextCount = 0;
     Recording = true;
@@ -193,32 +186,29 @@ __declspec(dllexport) DWORD WINAPI ProbeRecordTexts(void* argument)
         // The window's own thread may have taken up the painting by itself: wait until it is done with it.
         SendMessageA(record.Window, WM_NULL, 0, 0);
     }
-    return 1;
+    return true;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeTakeTexts(void* argument)
+bool TakeTexts(ProbeTextsRecord& record)
 {
-    ProbeTextsRecord& record = *static_cast<ProbeTextsRecord*>(argument);
     EnterCriticalSection(&Lock);
     Recording = false;
     record.Count = TextCount;
     memcpy(record.Texts, Texts, static_cast<std::size_t>(TextCount) * sizeof(ProbeText));
     LeaveCriticalSection(&Lock);
-    return 1;
+    return true;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeUse(void* argument)
+bool CountUse(ProbeUseRecord& record)
 {
-    ProbeUseRecord& record = *static_cast<ProbeUseRecord*>(argument);
     record.HeapBytes = HeapBytesInUse();
     record.GdiObjects = CountGdiObjects();
     record.Beeps = Beeps;
-    return 1;
+    return true;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeDrop(void* argument)
+bool DropFile(const ProbeDropRecord& record)
 {
-    const ProbeDropRecord& record = *static_cast<ProbeDropRecord*>(argument);
     const std::size_t bytes = sizeof(DROPFILES) + strlen(record.Path) + 2; // the list ends with an empty name
     const HGLOBAL memory = GlobalAlloc(GHND, bytes);
     DROPFILES* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
@@ -228,9 +218,8 @@ __declspec(dllexport) DWORD WINAPI ProbeDrop(void* argument)
     return PostMessageA(record.Window, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0) != FALSE;
 }
 
-__declspec(dllexport) DWORD WINAPI ProbeCursor(void* argument)
+bool ReadCursor(ProbeCursorRecord& record)
 {
-    ProbeCursorRecord& record = *static_cast<ProbeCursorRecord*>(argument);
     CURSORINFO info = {};
     info.cbSize = sizeof info;
     GetCursorInfo(&info);
@@ -245,10 +234,56 @@ __declspec(dllexport) DWORD WINAPI ProbeCursor(void* argument)
             record.Shape = shape.Shape;
         }
     }
-    return 1;
+    return true;
 }
 
-BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*)
+template <typename Record>
+Record& As(ProbeChannel& channel)
+{
+    static_assert(sizeof(Record) <= ProbeRecordBytes);
+    return *reinterpret_cast<Record*>(channel.Record);
+}
+
+bool Serve(ProbeChannel& channel)
+{
+    switch (channel.Request) {
+    case ProbeRequest::Menu: return ReadMenu(As<ProbeMenuRecord>(channel));
+    case ProbeRequest::Scroll: return ReadScroll(As<ProbeScrollRecord>(channel));
+    case ProbeRequest::Pixels: return ReadPixels(As<ProbePixelsRecord>(channel));
+    case ProbeRequest::RecordTexts: return RecordTexts(As<ProbeTextsRecord>(channel));
+    case ProbeRequest::TakeTexts: return TakeTexts(As<ProbeTextsRecord>(channel));
+    case ProbeRequest::Use: return CountUse(As<ProbeUseRecord>(channel));
+    case ProbeRequest::Drop: return DropFile(As<ProbeDropRecord>(channel));
+    case ProbeRequest::Cursor: return ReadCursor(As<ProbeCursorRecord>(channel));
+    }
+    return false;
+}
+
+struct OwnName {
+    char Text[64];
+    explicit OwnName(const char* name)
+    {
+        snprintf(Text, sizeof Text, "%s%lu", name, static_cast<unsigned long>(GetCurrentProcessId()));
+    }
+};
+
+// Ends with the process.
+DWORD WINAPI ServeForEver(void*)
+{
+    const HANDLE memory = OpenFileMappingA(FILE_MAP_ALL_ACCESS, FALSE, OwnName(ProbeMemoryName).Text);
+    const HANDLE ask = OpenEventA(SYNCHRONIZE, FALSE, OwnName(ProbeAskName).Text);
+    const HANDLE answer = OpenEventA(EVENT_MODIFY_STATE, FALSE, OwnName(ProbeAnswerName).Text);
+    auto* const channel = static_cast<ProbeChannel*>(MapViewOfFile(memory, FILE_MAP_ALL_ACCESS, 0, 0, 0));
+    while (channel != nullptr && WaitForSingleObject(ask, INFINITE) == WAIT_OBJECT_0) {
+        channel->Done = Serve(*channel);
+        SetEvent(answer);
+    }
+    return 0;
+}
+
+} // namespace
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*)
 {
     if (reason == DLL_PROCESS_ATTACH) {
         DisableThreadLibraryCalls(library);
@@ -256,8 +291,7 @@ BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*)
         Divert("gdi32", "ExtTextOutA", KeepingExtTextOut, RealExtTextOut);
         Divert("gdi32", "TextOutA", KeepingTextOut, RealTextOut);
         Divert("user32", "MessageBeep", CountingBeep, RealMessageBeep);
+        CloseHandle(CreateThread(nullptr, 0, ServeForEver, nullptr, 0, nullptr));
     }
     return TRUE;
 }
-
-} // extern "C"

@@ -1,14 +1,30 @@
-// What the tests ask the probe library inside the program's process. The tests put a record into the
-// program's memory and run one exported function of the library on it, in a thread of its own; the
-// function fills in the record's answer.
+// What the tests ask the probe library inside the program's process. The library serves them from a
+// thread of its own: the tests put a record into memory that both sides share, set one event, and wait
+// for another; then the record holds the answer. (One thread for all, since starting a thread in another
+// process for each question can wait for ever in Wine while the thread of the question before ends.)
 #pragma once
 
 #include <cstdint>
 #include <windows.h>
 
+enum class ProbeRequest : std::int32_t { Menu, Scroll, Pixels, RecordTexts, TakeTexts, Use, Drop, Cursor };
+
+constexpr std::size_t ProbeRecordBytes = 4 << 20; // for the pixels of a whole screen
+
+struct ProbeChannel {
+    ProbeRequest Request;
+    bool Done; // whether the request could be carried out
+    alignas(8) std::uint8_t Record[ProbeRecordBytes];
+};
+
+// Names of the shared memory and of the two events, each followed by the process id of the program.
+constexpr char ProbeMemoryName[] = "kestovar-probe-memory-";
+constexpr char ProbeAskName[] = "kestovar-probe-ask-";
+constexpr char ProbeAnswerName[] = "kestovar-probe-answer-";
+
 enum class ProbeMenuKind : std::int32_t { Bar, System };
 
-// ProbeMenu: one item. Other processes cannot read a program's menus.
+// Menu: one item. Other processes cannot read a program's menus.
 struct ProbeMenuRecord {
     HWND Frame = nullptr;
     ProbeMenuKind Menu = ProbeMenuKind::Bar;
@@ -22,7 +38,7 @@ struct ProbeMenuRecord {
     char Text[128] = "";
 };
 
-// ProbeScroll: GetScrollInfo in the window's own process.
+// Scroll: GetScrollInfo in the window's own process.
 struct ProbeScrollRecord {
     HWND Window = nullptr;
     std::int32_t Bar = SB_VERT;
@@ -32,7 +48,7 @@ struct ProbeScrollRecord {
     std::int32_t Position = 0;
 };
 
-// ProbePixels: a block of a window's client area, rows from the top, 0x00RRGGBB.
+// Pixels: a block of a window's client area, rows from the top, 0x00RRGGBB.
 struct ProbePixelsRecord {
     HWND Window = nullptr;
     std::int32_t X = 0;
@@ -56,8 +72,8 @@ struct ProbeText {
 
 constexpr std::int32_t MaxProbeTexts = 400;
 
-// ProbeRecordTexts starts anew to keep what is written; with a window, that window is then repainted as
-// a whole. ProbeTakeTexts gives what was kept and stops keeping.
+// RecordTexts starts anew to keep what is written; with a window, that window is then repainted as a
+// whole. TakeTexts gives what was kept and stops keeping.
 struct ProbeTextsRecord {
     HWND Window = nullptr;
     // Answer.
@@ -65,7 +81,7 @@ struct ProbeTextsRecord {
     ProbeText Texts[MaxProbeTexts];
 };
 
-// ProbeUse: what the program uses and has done.
+// Use: what the program uses and has done.
 struct ProbeUseRecord {
     // Answer.
     std::int32_t HeapBytes = 0; // in use in the process heap
@@ -73,7 +89,7 @@ struct ProbeUseRecord {
     std::int32_t Beeps = 0; // since the library was loaded
 };
 
-// ProbeDrop: drops a file on a window. The block of names has to belong to the receiver's process.
+// Drop: drops a file on a window. The block of names has to belong to the receiver's process.
 struct ProbeDropRecord {
     HWND Window = nullptr;
     char Path[MAX_PATH] = "";
@@ -81,7 +97,7 @@ struct ProbeDropRecord {
 
 enum class ProbeCursorShape : std::int32_t { Other, Arrow, Wait, Ibeam };
 
-// ProbeCursor: the shape of the pointer on the screen.
+// Cursor: the shape of the pointer on the screen.
 struct ProbeCursorRecord {
     ProbeCursorShape Shape = ProbeCursorShape::Other;
 };

@@ -190,7 +190,7 @@ DWORD Program::WaitForExit()
 Probe& Program::Inside()
 {
     if (TheProbe == nullptr) {
-        TheProbe = std::make_unique<Probe>(Process.hProcess);
+        TheProbe = std::make_unique<Probe>(Process.hProcess, Process.dwProcessId);
     }
     return *TheProbe;
 }
