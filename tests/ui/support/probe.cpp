@@ -126,6 +126,9 @@ ScrollValues Probe::Scroll(HWND window, int bar)
 Pixels Probe::Read(HWND window, int x, int y, int width, int height)
 {
     Pixels pixels{width, height, std::vector<std::uint32_t>(static_cast<std::size_t>(width * height))};
+    if (width < 1 || height < 1) {
+        return pixels; // a window on its way back from its icon has no extent for a moment
+    }
     ProbePixelsRecord record;
     record.Window = window;
     record.X = x;

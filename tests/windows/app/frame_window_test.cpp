@@ -5,6 +5,7 @@
 #include "document/document_state.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
+#include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/view_state.h"
 
@@ -99,4 +100,42 @@ TEST_F(FrameWindow, APathOf259CharactersOpens)
     ASSERT_TRUE(View.FileShown);
     EXPECT_EQ("Kestovar-" + name, Title());
     EXPECT_EQ(259u, strlen(App.CurrentPath));
+}
+
+TEST_F(FrameWindow, AKeyWithoutAMeaningDoesNothing)
+{
+    std::string content;
+    for (int line = 0; line < 300; ++line) {
+        content += std::string(300, 'x') + "\n";
+    }
+    const ScratchFile file("keys.txt", content);
+    OpenSequence(Windows.Main, file.Path());
+    SendMessageA(Windows.View, WM_VSCROLL, SB_PAGEDOWN, 0);
+    SendMessageA(Windows.View, WM_HSCROLL, SB_PAGERIGHT, 0);
+    const std::int32_t top = View.TopLine;
+    ASSERT_LT(0, top);
+    ASSERT_LT(0, View.LeftColumn);
+    for (const WPARAM key : {WPARAM{'A'}, WPARAM{VK_F5}, WPARAM{VK_SPACE}, WPARAM{VK_TAB}, WPARAM{VK_RETURN}}) {
+        EXPECT_EQ(0, SendMessageA(Windows.Main, WM_KEYDOWN, key, 0)) << key;
+        EXPECT_EQ(top, View.TopLine) << key;
+        EXPECT_EQ(8, View.LeftColumn) << key;
+        EXPECT_TRUE(View.FileShown) << key;
+    }
+    SendMessageA(Windows.Main, WM_KEYDOWN, VK_DOWN, 0);
+    EXPECT_EQ(top + 1, View.TopLine);
+}
+
+TEST_F(FrameWindow, AcceptsDroppedFiles)
+{
+    EXPECT_NE(0, GetWindowLongA(Windows.Main, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+}
+
+TEST_F(FrameWindow, CommandsThatNeedAFileDoNothingWithoutOne)
+{
+    ASSERT_FALSE(View.FileShown);
+    EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_EDIT_SELECT_ALL, 0));
+    EXPECT_EQ(0, View.SelLineA);
+    EXPECT_EQ(0, View.SelLineB);
+    EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_CLOSE, 0));
+    EXPECT_FALSE(IsIconic(Windows.Main));
 }

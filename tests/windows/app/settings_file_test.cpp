@@ -34,13 +34,13 @@ struct KeyAndDefault {
 
 // In the order of the file.
 constexpr KeyAndDefault IntegerKeys[] = {
-    {"Fcolour", 7},      {"Bcolour", 1},      {"RlFcolour", 0},    {"RlBcolour", 6},     {"MkFcolour", 0},
-    {"MkBcolour", 6},    {"StFcolour", 0},    {"StBcolour", 8},    {"LkFcolour", 7},     {"LkBcolour", 9},
-    {"Ptabs", 0},        {"Ruler", 0},        {"FontSize", -13},   {"FontWeight", 400},  {"FontItalic", 0},
-    {"UseHeadFont", 0},  {"HdFontSize", -13}, {"HdFontWeight", 0}, {"HdFontItalic", 0},  {"UseBodyFont", 0},
-    {"BdFontSize", -13}, {"BdFontWeight", 0}, {"BdFontItalic", 0}, {"StatusLine", 1},    {"ButtonBar", 1},
-    {"ScrollBars", 1},   {"SuppressMenu", 0}, {"ExitOnEsc", 0},    {"OemToAnsi", 0},     {"FixedLineLen", 75},
-    {"AutoZip", 0},      {"MaxTextSize", 12}, {"TabSize", 8},      {"MinOnLaunch", 0},   {"MaxLaunchApp", 0},
+    {"Fcolour", 7},      {"Bcolour", 1},      {"RlFcolour", 0},    {"RlBcolour", 6},    {"MkFcolour", 0},
+    {"MkBcolour", 6},    {"StFcolour", 0},    {"StBcolour", 8},    {"LkFcolour", 7},    {"LkBcolour", 9},
+    {"Ptabs", 0},        {"Ruler", 0},        {"FontSize", -13},   {"FontWeight", 400}, {"FontItalic", 0},
+    {"UseHeadFont", 0},  {"HdFontSize", -13}, {"HdFontWeight", 0}, {"HdFontItalic", 0}, {"UseBodyFont", 0},
+    {"BdFontSize", -13}, {"BdFontWeight", 0}, {"BdFontItalic", 0}, {"StatusLine", 1},   {"ButtonBar", 1},
+    {"ScrollBars", 1},   {"SuppressMenu", 0}, {"ExitOnEsc", 0},    {"OemToAnsi", 0},    {"FixedLineLen", 75},
+    {"AutoZip", 0},      {"MaxTextSize", 12}, {"TabSize", 8},      {"MinOnLaunch", 0},  {"MaxLaunchApp", 0},
     {"MaxLineLen", 512}, {"LoadOnDelete", 0},
 };
 
@@ -144,6 +144,58 @@ void SetRecent(std::initializer_list<const char*> paths)
     for (const char* path : paths) {
         CopyText(App.Recent.Paths[App.Recent.Count++], path);
     }
+}
+
+// While there is one, this thread makes no dialog box: each is counted and answered at once.
+class NoDialogs {
+public:
+    NoDialogs() : Hook(SetWindowsHookExA(WH_CBT, Refuse, nullptr, GetCurrentThreadId())) { Refused = 0; }
+    ~NoDialogs() { UnhookWindowsHookEx(Hook); }
+    NoDialogs(const NoDialogs&) = delete;
+    NoDialogs& operator=(const NoDialogs&) = delete;
+
+    int Count() const { return Refused; }
+
+private:
+    static LRESULT CALLBACK Refuse(int code, WPARAM wParam, LPARAM lParam)
+    {
+        char className[20] = "";
+        if (code == HCBT_CREATEWND) {
+            GetClassNameA(reinterpret_cast<HWND>(wParam), className, sizeof className);
+        }
+        if (strcmp(className, "#32770") != 0) {
+            return CallNextHookEx(nullptr, code, wParam, lParam);
+        }
+        ++Refused;
+        return 1;
+    }
+
+    static inline int Refused;
+    HHOOK Hook;
+};
+
+// Saves everything, each part different from what the file can hold.
+void SaveAll()
+{
+    DocumentOptions.TabSize = 7;
+    SetRecent({"c:\\unwritten.txt"});
+    CopyText(PrintOptions.Header, "unwritten");
+    ButtonBar.ButtonCount = 1;
+    ButtonBar.ButtonOrder[0] = 9;
+    SaveSettings();
+    SaveRecentFiles();
+    SavePrintSettings();
+    SaveButtonSettings();
+    FileLines();
+}
+
+// A settings file as this program once wrote it, and its content.
+std::string WriteSettingsFile()
+{
+    Write("TabSize", "3");
+    Write("Header", "written");
+    FileLines();
+    return FileContent(SettingsFilePath());
 }
 
 } // namespace
@@ -275,8 +327,8 @@ TEST_F(Settings, MaxLineLenIsBroughtWithinItsLimits)
     const struct {
         const char* Written;
         std::int32_t Loaded;
-    } values[] = {{"20", 80}, {"5000", 1024}, {"80", 80}, {"1024", 1024}, {"79", 80},
-                  {"1025", 1024}, {"-1", 80}, {"300", 300}};
+    } values[] = {{"20", 80}, {"5000", 1024}, {"80", 80}, {"1024", 1024},
+                  {"79", 80}, {"1025", 1024}, {"-1", 80}, {"300", 300}};
     for (const auto& value : values) {
         Write("MaxLineLen", value.Written);
         LoadSettings();
@@ -428,8 +480,11 @@ TEST_F(Settings, TheSectionWithoutANameLeavesTheOthersAlone)
     SaveButtonSettings();
     EXPECT_EQ("3", Saved("TabSize", "Kestovar"));
     EXPECT_EQ("<none>", Saved("SavedFile1", "Kestovar"));
+    Write("Header", "of the other section", "Kestovar");
     LoadSettings();
     LoadPrintSettings();
+    printf("[probe] %d %s %s %d\n", DocumentOptions.TabSize, PrintOptions.Header, ViewOptions.FontName,
+           App.Recent.Count);
 }
 
 TEST_F(Settings, ValuesLongerThanTheirRoomAreCut)
@@ -486,9 +541,9 @@ TEST_F(Settings, TheButtonsStandInTheOrderOfTheKey)
 
 TEST_F(Settings, RubbishInTheButtonsKeyPutsNoWrongButtonOnTheBar)
 {
-    for (const char* text : {"99", "24", "-1", "xx", "0", "01x", "!\"#$%&'()*", "-9-9-9",
-                             "999999999999999999999999999999999999999999999999999999999999999999999999",
-                             "\xFF\xFE\x80\x81"}) {
+    for (const char* text :
+         {"99", "24", "-1", "xx", "0", "01x", "!\"#$%&'()*", "-9-9-9",
+          "999999999999999999999999999999999999999999999999999999999999999999999999", "\xFF\xFE\x80\x81"}) {
         Write("Buttons", text);
         ButtonBar = ButtonBarState{};
         LoadSettings();
@@ -600,14 +655,53 @@ TEST_F(Settings, PrintDefaultsFollowTheMeasure)
     EXPECT_EQ(0, PrintOptions.WrapOutput);
 }
 
+TEST_F(Settings, PrintSettingsAreReadAgainWhileTheHeaderIsEmpty)
+{
+    Write("Header", "");
+    Write("LeftMargin", "1.1");
+    LoadPrintSettings();
+    ASSERT_STREQ("", PrintOptions.Header);
+    EXPECT_STREQ("1.1", PrintOptions.LeftMargin);
+    Write("Header", "a header");
+    Write("LeftMargin", "2.2");
+    Write("WrapOutput", "1");
+    LoadPrintSettings();
+    EXPECT_STREQ("a header", PrintOptions.Header);
+    EXPECT_STREQ("2.2", PrintOptions.LeftMargin);
+    EXPECT_EQ(1, PrintOptions.WrapOutput);
+}
+
+TEST_F(Settings, SavingIntoAReadOnlyFileIsSilentAndLeavesIt)
+{
+    const std::string content = WriteSettingsFile();
+    ASSERT_TRUE(SetFileAttributesA(SettingsFilePath().c_str(), FILE_ATTRIBUTE_READONLY));
+    const NoDialogs dialogs;
+    SaveAll();
+    EXPECT_EQ(0, dialogs.Count());
+    EXPECT_EQ(content, FileContent(SettingsFilePath()));
+    SetFileAttributesA(SettingsFilePath().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(Settings, SavingIntoAFileThatIsHeldElsewhereIsSilentAndLeavesIt)
+{
+    const std::string content = WriteSettingsFile();
+    const HANDLE held = CreateFileA(SettingsFilePath().c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, held);
+    const NoDialogs dialogs;
+    SaveAll();
+    EXPECT_EQ(0, dialogs.Count());
+    CloseHandle(held);
+    EXPECT_EQ(content, FileContent(SettingsFilePath()));
+}
+
 TEST_F(Settings, PrintSettingsAreWrittenInTheirOrder)
 {
     LoadPrintSettings();
     SavePrintSettings();
     const std::vector<std::string> expected = {
-        "Header",     "Footer",       "LeftMargin",   "RightMargin", "TopMargin",  "BottomMargin", "PrintHF",
-        "ProcFF",     "PrintDefFont", "WrapOutput",   "HdFontName",  "HdFontSize", "HdFontWeight", "HdFontItalic",
-        "UseHeadFont", "BdFontName",  "BdFontSize",   "BdFontWeight", "BdFontItalic", "UseBodyFont"};
+        "Header",      "Footer",       "LeftMargin", "RightMargin",  "TopMargin",    "BottomMargin", "PrintHF",
+        "ProcFF",      "PrintDefFont", "WrapOutput", "HdFontName",   "HdFontSize",   "HdFontWeight", "HdFontItalic",
+        "UseHeadFont", "BdFontName",   "BdFontSize", "BdFontWeight", "BdFontItalic", "UseBodyFont"};
     EXPECT_EQ(expected, KeysInFile());
 }
 
@@ -679,8 +773,8 @@ TEST_F(IntlKeys, WithoutKeysTheDefaultsHold)
 
 TEST_F(IntlKeys, AreReadFromTheUsersProfileAndCut)
 {
-    const std::map<const char*, const char*> keys = {{"iTime", "1"},   {"iDate", "2"},       {"iMeasure", "1"},
-                                                     {"sDate", "-."},  {"sTime", ".-"},      {"s1159", "morning"},
+    const std::map<const char*, const char*> keys = {{"iTime", "1"},      {"iDate", "2"},  {"iMeasure", "1"},
+                                                     {"sDate", "-."},     {"sTime", ".-"}, {"s1159", "morning"},
                                                      {"s2359", "evening"}};
     for (const auto& [key, text] : keys) {
         WriteProfileStringA("intl", key, text);

@@ -9,6 +9,7 @@
 #include "harness/picture.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
+#include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/gdi_holders.h"
 #include "view/palette.h"
@@ -68,10 +69,7 @@ protected:
         UpdateWindow(Windows.View);
     }
 
-    static Picture RowPicture(int row)
-    {
-        return PictureOf(Windows.View, Rows(row, 1));
-    }
+    static Picture RowPicture(int row) { return PictureOf(Windows.View, Rows(row, 1)); }
 
     // A row of one colour, with text written on it.
     struct Written {
@@ -108,6 +106,20 @@ protected:
     {
         SCOPED_TRACE(text);
         ExpectRow(row, Blue, {{x, text, White, Blue}});
+    }
+
+    // With LockCols: the locked columns' background ends where the scrolled ones begin.
+    static std::int32_t Border() { return 8 + View.LockCols * View.CharWidth; }
+
+    static void ExpectRowWithLockedColumns(int row, const std::vector<Written>& texts)
+    {
+        Picture expected = ExpectedRow(Blue, texts);
+        const Picture locked = ExpectedRow(DarkBlue, texts);
+        for (std::int32_t y = 0; y < expected.Height; ++y) {
+            const std::int32_t start = y * expected.Width;
+            std::copy_n(locked.Pixels.begin() + start, Border(), expected.Pixels.begin() + start);
+        }
+        EXPECT_EQ(0, DifferentPixels(expected, RowPicture(row))) << "row " << row;
     }
 
     static std::int32_t Width(const std::string& text)
@@ -239,8 +251,7 @@ TEST_F(PaintedView, HexRowsShowOffsetPairsAndCharacters)
     SwitchMode(true);
     UpdateWindow(Windows.View);
     ExpectNormalRow(0, "00000000  30 31 32 33 34 35 36 37-38 39 41 42 43 44 45 46   0123456789ABCDEF", View.CharWidth);
-    ExpectNormalRow(1, "00000010  1F 7F 80 81 20 65 6E 64-                          \x1F\x7F\x80. end",
-                    View.CharWidth);
+    ExpectNormalRow(1, "00000010  1F 7F 80 81 20 65 6E 64-                          \x1F\x7F\x80. end", View.CharWidth);
     ExpectRow(2, Blue, {});
 }
 
@@ -252,6 +263,17 @@ TEST_F(PaintedView, HexCharactersAreTranslatedFromEbcdicUpToAZeroByte)
     ViewOptions.EbcdicToAscii = true;
     PaintAll();
     ExpectNormalRow(0, "00000000  C1 00 C2                                          A..", View.CharWidth);
+}
+
+TEST_F(PaintedView, OemTranslationLeavesTheHexDumpAlone)
+{
+    const ScratchFile file("oem.txt", "a\x80\x84z");
+    Open(file);
+    SwitchMode(true);
+    ASSERT_TRUE(View.FontIsAnsi);
+    ViewOptions.OemToAnsi = 1;
+    PaintAll();
+    ExpectNormalRow(0, "00000000  61 80 84 7A                                       a\x80.z", View.CharWidth);
 }
 
 TEST_F(PaintedView, HexRowsAreShiftedByTheLeftColumn)
@@ -327,6 +349,56 @@ TEST_F(PaintedView, WholeLinesBetweenTheEndsOfASelectionAreMarkedFromEdgeToEdge)
     // The whole row has the marked background.
     ExpectRow(1, Yellow, {{8, "two", Black, Yellow}});
     ExpectNormalRow(3, "four");
+}
+
+TEST_F(PaintedView, APaintedSelectionEndLeavesItsRunAsTheFoundOne)
+{
+    const ScratchFile file("selected.txt", "one\ntwo\nthree\nfour");
+    Open(file);
+    View.SelLineA = View.SelAnchorLine = 1;
+    View.SelLineB = 3;
+    View.SelColA = 1;
+    View.SelColB = 4;
+    View.HiliteCol = View.HiliteLen = 77;
+    PaintRows(1, 1);
+    EXPECT_EQ(77, View.HiliteCol) << "a line between the ends";
+    EXPECT_EQ(77, View.HiliteLen);
+    PaintRows(0, 1);
+    EXPECT_EQ(1, View.HiliteCol);
+    EXPECT_EQ(2, View.HiliteLen);
+    PaintRows(2, 1);
+    EXPECT_EQ(0, View.HiliteCol);
+    EXPECT_EQ(4, View.HiliteLen);
+}
+
+TEST_F(PaintedView, TheEndsOfASelectionAreNotMarkedUnderLockedColumns)
+{
+    const ScratchFile file("selected.txt", "one line\ntwo\nthree more");
+    Open(file);
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_EDIT_SELECT_ALL, 0);
+    ASSERT_EQ(3, View.SelLineB);
+    View.LockCols = 3;
+    View.HiliteCol = View.HiliteLen = 77;
+    PaintAll();
+    ExpectRowWithLockedColumns(0, {{8, "one", White, DarkBlue}, {Border(), " line", White, Blue}});
+    ExpectRowWithLockedColumns(2, {{8, "thr", White, DarkBlue}, {Border(), "ee more", White, Blue}});
+    EXPECT_EQ(77, View.HiliteLen);
+}
+
+TEST_F(PaintedView, AFoundRunIsSplitOverLockedAndScrolledColumns)
+{
+    const ScratchFile file("found.txt", "0123456789ABCDEF");
+    Open(file);
+    View.LockCols = 5;
+    View.LeftColumn = 2; // column 7 is the first scrolled one
+    View.HiliteLine = 1;
+    View.HiliteCol = 3;
+    View.HiliteLen = 6;
+    PaintAll();
+    ExpectRowWithLockedColumns(0, {{8, "01234", White, DarkBlue},
+                                   {8 + 3 * View.CharWidth, "34", Black, Yellow},
+                                   {Border(), "789ABCDEF", White, Blue},
+                                   {Border(), "78", Black, Yellow}});
 }
 
 TEST_F(PaintedView, AFoundRunIsMarkedAndTheRestIsNot)
