@@ -46,6 +46,12 @@ void ExpectRefusal(const std::string& argument, const std::string& message)
     EXPECT_EQ(program.Close(), 0u);
 }
 
+void ExpectSomethingShown(Program& program)
+{
+    Key(program, VK_HOME);
+    EXPECT_FALSE(program.ViewTexts().empty());
+}
+
 // Starts with these settings, reads a text and a binary file in both modes, and ends.
 void ExpectUsable(const std::string& settings)
 {
@@ -55,9 +61,11 @@ void ExpectUsable(const std::string& settings)
     ASSERT_TRUE(program.WaitForFrame());
     EXPECT_EQ(program.Title(), "Kestovar-lines.txt");
     ReadAroundInBothModes(program);
+    ExpectSomethingShown(program);
     program.Inside().Drop(program.Frame(), WriteScratch("data.bin", std::string(70000, '\x81')));
     ASSERT_TRUE(program.WaitForTitle("data.bin"));
     ReadAroundInBothModes(program);
+    ExpectSomethingShown(program);
     program.Command(IDM_OPTIONS_SAVE);
     EXPECT_EQ(program.Close(), 0u);
 }

@@ -89,6 +89,7 @@ TEST_F(FrameTest, EscWithoutAFileLeavesTheProgramRunning)
     ASSERT_TRUE(program.WaitForFrame());
     Key(program, VK_ESCAPE);
     EXPECT_TRUE(program.Answers());
+    EXPECT_FALSE(IsIconic(program.Frame()));
     EXPECT_EQ(program.Title(), "Kestovar");
     EXPECT_EQ(program.Close(), 0u);
 }

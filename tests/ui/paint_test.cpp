@@ -221,6 +221,7 @@ TEST_F(PaintTest, AFixedFontHasARulerOfCharacters)
     std::vector<ProbeText> texts = program.Inside().Repaint(program.Ruler());
     ASSERT_FALSE(texts.empty());
     EXPECT_EQ(std::string(texts[0].Text, 31), " ....*....1....*....2....*....3");
+    EXPECT_EQ(texts[0].X, 0); // its leading blank stands over the margin
     EXPECT_EQ(texts[0].Background, RGB(255, 255, 0));
     const SIZE size = ClientSize(program.Ruler());
     ExpectTextOn(program.Inside().Read(program.Ruler(), 0, 0, size.cx, size.cy), Black, Yellow);

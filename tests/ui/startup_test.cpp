@@ -80,6 +80,43 @@ TEST_F(StartupTest, OpensMaximisedWhenTheSavedRectangleIsTheScreen)
     EXPECT_TRUE(IsZoomed(program.Frame()));
 }
 
+TEST_F(StartupTest, AMaximisedStartIsRestoredToTheDefaultRectangle)
+{
+    WriteSettings("WindowSize=0 0 " + std::to_string(ScreenWidth()) + " " + std::to_string(ScreenHeight()) + "\n");
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    program.Post(WM_SYSCOMMAND, SC_RESTORE);
+    ASSERT_TRUE(WaitUntil([&] { return !IsZoomed(program.Frame()); }));
+    RECT place;
+    GetWindowRect(program.Frame(), &place);
+    EXPECT_EQ(place.left, 0);
+    EXPECT_EQ(place.top, 0);
+    EXPECT_EQ(place.right, ScreenWidth());
+    EXPECT_LT(place.bottom, ScreenHeight());
+}
+
+TEST_F(StartupTest, AParentThatAsksForAnIconGetsOneWhateverRectangleIsSaved)
+{
+    WriteSettings("WindowSize=0 0 " + std::to_string(ScreenWidth()) + " " + std::to_string(ScreenHeight()) + "\n");
+    Program program("", SW_SHOWMINIMIZED);
+    ASSERT_TRUE(program.WaitForFrame());
+    EXPECT_TRUE(IsIconic(program.Frame()));
+}
+
+TEST_F(StartupTest, TheShowCommandCountsWhetherOrNotItIsMarkedAsGiven)
+{
+    Program program("", SW_SHOWMAXIMIZED, 0);
+    ASSERT_TRUE(program.WaitForFrame());
+    EXPECT_TRUE(IsZoomed(program.Frame()));
+}
+
+TEST_F(StartupTest, AParentThatSaysNothingGetsAWindow)
+{
+    Program program("", SW_HIDE, 0);
+    ASSERT_TRUE(program.WaitForFrame());
+    EXPECT_TRUE(IsWindowVisible(program.Frame()));
+}
+
 TEST_F(StartupTest, ShowsTheDefaultRectangleWhenFourZerosWereSaved)
 {
     WriteSettings("WindowSize=0 0 0 0\n");
@@ -233,6 +270,19 @@ TEST_F(StartupTest, PrintAndExitEndsTheProgramWhenTheFileCannotBeOpened)
 {
     Program program("-P " + ScratchPath("missing.txt"));
     EXPECT_EQ(program.AnswerBox(), "Unable to open the file\n\nmissing.txt");
+    EXPECT_EQ(program.WaitForExit(), 0u);
+}
+
+TEST_F(StartupTest, PrintAndExitWithoutAFileEndsTheProgram)
+{
+    Program program("-P");
+    EXPECT_EQ(program.WaitForExit(), 0u);
+}
+
+TEST_F(StartupTest, PrintAndExitReportsAnErrorInTheCommandLineBeforeItEnds)
+{
+    Program program("-P -Lx");
+    EXPECT_EQ(program.AnswerBox(), "Error in command line construction has been ignored");
     EXPECT_EQ(program.WaitForExit(), 0u);
 }
 

@@ -251,6 +251,7 @@ TEST_F(ViewSelectTest, ADragBackToWhereItBeganLeavesNoSelection)
     ASSERT_TRUE(MovePointer(program.View(), start.x, start.y));
     ASSERT_TRUE(Release(program));
     ExpectNothingMarked(program);
+    EXPECT_TRUE(program.Menu(IDM_EDIT_COPY).Greyed);
 }
 
 TEST_F(ViewSelectTest, APressRemovesTheSelection)

@@ -53,13 +53,13 @@ bool IsPainted(HWND window)
 
 } // namespace
 
-Program::Program(const std::string& arguments, WORD showCommand)
+Program::Program(const std::string& arguments, WORD showCommand, DWORD flags)
 {
     const std::string path = WindowsPath(KESTOVAR_PROGRAM);
     std::string commandLine = "\"" + path + "\"" + (arguments.empty() ? "" : " ") + arguments;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.dwFlags = flags;
     startup.wShowWindow = showCommand;
     EXPECT_TRUE(CreateProcessA(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                &startup, &Process))

@@ -10,8 +10,10 @@
 
 class Program {
 public:
-    // Starts it. The command line is what a person would type behind the program's name.
-    explicit Program(const std::string& arguments = "", WORD showCommand = SW_SHOWNORMAL);
+    // Starts it. The command line is what a person would type behind the program's name; the flags say
+    // whether the show command is marked as given.
+    explicit Program(const std::string& arguments = "", WORD showCommand = SW_SHOWNORMAL,
+                     DWORD flags = STARTF_USESHOWWINDOW);
     // Ends it, by force if it is still there.
     ~Program();
     Program(const Program&) = delete;

@@ -377,31 +377,21 @@ TEST_F(ViewWindow, ADragPastTheLeftEdgeScrollsOneColumnAStep)
     EXPECT_EQ(2, View.LeftColumn);
     EXPECT_TRUE(View.AutoScrollTimer);
     EXPECT_EQ(4, View.SelLineB);
-
-    // The timer steps on for a pointer that rests there.
-    POINT left = {-5, YOf(3)};
-    ClientToScreen(Windows.View, &left);
-    POINT before;
-    GetCursorPos(&before);
-    SetCursorPos(left.x, left.y);
-    POINT now = {};
-    ASSERT_TRUE(GetCursorPos(&now));
-    ASSERT_EQ(left.x, now.x);
-    ASSERT_EQ(left.y, now.y);
-    SendMessageA(Windows.View, WM_TIMER, AutoScrollTimerId, 0);
+    Move(At(-5, YOf(3)));
     EXPECT_EQ(1, View.LeftColumn);
-    SendMessageA(Windows.View, WM_TIMER, AutoScrollTimerId, 0);
-    EXPECT_EQ(0, View.LeftColumn);
+    Move(At(-300, YOf(3)));
+    EXPECT_EQ(0, View.LeftColumn) << "the distance makes no difference";
     EXPECT_TRUE(View.AutoScrollTimer);
-    SendMessageA(Windows.View, WM_TIMER, AutoScrollTimerId, 0);
+    Move(At(-5, YOf(3)));
     EXPECT_EQ(0, View.LeftColumn);
-    EXPECT_FALSE(View.AutoScrollTimer);
+    EXPECT_FALSE(View.AutoScrollTimer) << "there is nothing further left";
+    EXPECT_FALSE(HasTimer(AutoScrollTimerId));
     EXPECT_EQ(0, View.SelColB);
+    EXPECT_EQ(4, View.SelLineB);
     EXPECT_EQ(0, View.TopLine);
-    SetCursorPos(before.x, before.y);
 }
 
-// Nothing was invalidated before, but the column of the press is none of this drag's yet.
+// The first move differs from the press, not from a column 0 that no move has reached yet.
 TEST_F(ExtendedSelection, AFirstMoveToColumn0OfThePressedLineRepaintsIt)
 {
     const RECT area = RepaintedFor(At(0, YOf(5)));
