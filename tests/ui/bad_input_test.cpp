@@ -255,9 +255,10 @@ TEST_F(BadInputTest, AbsurdWindowSizesAreUsable)
 
 TEST_F(BadInputTest, OverlongAndRubbishTextsAreUsable)
 {
-    ExpectUsable("EditorName=" + std::string(5000, 'e') + "\nFilterSpec=" + std::string(5000, '|') + "\nButtons=" +
-                 std::string(5000, '9') + "\nSavedFile1=" + std::string(5000, 's') + "\n");
-    ExpectUsable("SavedFile9=" + std::string(5000, 't') + "\nButtons=0x-1??%s%n\nShowBubbles=-9\n"
+    ExpectUsable("EditorName=" + std::string(5000, 'e') + "\nFilterSpec=" + std::string(5000, '|') +
+                 "\nButtons=" + std::string(5000, '9') + "\nSavedFile1=" + std::string(5000, 's') + "\n");
+    ExpectUsable("SavedFile9=" + std::string(5000, 't') +
+                 "\nButtons=0x-1??%s%n\nShowBubbles=-9\n"
                  "LinesXXX=1\n=\n[\n]\nKestovar\nFontName\n%s%s%s=%n\n");
 }
 

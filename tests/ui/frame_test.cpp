@@ -276,7 +276,8 @@ TEST_F(FrameTest, ALongOperationShowsTheWaitCursor)
     // It stays while the pointer moves.
     ASSERT_TRUE(MovePointer(program.View(), 60, 60));
     EXPECT_EQ(program.Send(program.Frame(), WM_SETCURSOR, reinterpret_cast<WPARAM>(program.View()),
-                           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)), 1);
+                           MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)),
+              1);
     EXPECT_EQ(program.Inside().Cursor(), ProbeCursorShape::Wait);
     program.Send(program.Frame(), WM_USER + 1);
     EXPECT_EQ(program.Inside().Cursor(), ProbeCursorShape::Arrow);
@@ -363,8 +364,8 @@ TEST_F(FrameTest, WithoutAFileWhatNeedsOneIsGreyed)
 {
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
-    for (const UINT id : {221, 222, 223, 224, 225, 226, 229, 232, 250, 251, 252, 260, 261, 262, 263, 272, 273, 274,
-                          275, 276}) {
+    for (const UINT id :
+         {221, 222, 223, 224, 225, 226, 229, 232, 250, 251, 252, 260, 261, 262, 263, 272, 273, 274, 275, 276}) {
         EXPECT_TRUE(program.Menu(id).Exists) << id;
         EXPECT_TRUE(program.Menu(id).Greyed) << id;
     }
@@ -485,9 +486,8 @@ TEST_F(FrameTest, TheEndOfTheProgramWritesTheRecentFilesOnly)
     Program program(WriteScratch("one.txt", "text"));
     ASSERT_TRUE(program.WaitForFrame());
     EXPECT_EQ(program.Close(), 0u);
-    EXPECT_EQ(ReadSettings(), (SettingsKeys{{"SavedFile2", "c:\\b.txt"},
-                                            {"FontSize", "20"},
-                                            {"SavedFile1", "c:\\b.txt"}}));
+    EXPECT_EQ(ReadSettings(),
+              (SettingsKeys{{"SavedFile2", "c:\\b.txt"}, {"FontSize", "20"}, {"SavedFile1", "c:\\b.txt"}}));
 }
 
 TEST_F(FrameTest, TheExitCommandEndsTheProgram)

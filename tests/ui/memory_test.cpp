@@ -38,7 +38,8 @@ TEST_F(MemoryTest, ALargeTextTakesNoMoreThanASmallOneAndItsLineTable)
     constexpr int LineTableEntry = 4;
     constexpr int BlockBytes = 30000;
     WriteSettings(std::string(FixedFont) + "MaxTextSize=114\n");
-    const int small = GrowthByOpening(WriteScratch("small.txt", Repeated("some text of a line\r\n", 1000000)), "small.txt");
+    const int small =
+        GrowthByOpening(WriteScratch("small.txt", Repeated("some text of a line\r\n", 1000000)), "small.txt");
     const int large = GrowthByOpening(BigLog(), "big.log");
     EXPECT_LT(small, LargestGrowth);
     EXPECT_LT(large, LargestGrowth);

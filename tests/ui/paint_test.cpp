@@ -26,7 +26,8 @@ Pixels Row(Program& program, int row, int x = 0, int width = 0)
 
 void ExpectAll(const Pixels& pixels, std::uint32_t colour)
 {
-    EXPECT_EQ(pixels.CountOf(colour), pixels.Width * pixels.Height) << std::hex << colour << ", not " << pixels.At(0, 0);
+    EXPECT_EQ(pixels.CountOf(colour), pixels.Width * pixels.Height)
+        << std::hex << colour << ", not " << pixels.At(0, 0);
 }
 
 // Nothing but text in one colour on another, and some of both.
@@ -186,8 +187,8 @@ TEST_F(PaintTest, ScrollingShowsWhatPaintingAnewShows)
     }
     Program program(WriteScratch("lines.txt", text));
     ASSERT_TRUE(program.WaitForFrame());
-    for (const int key : {VK_DOWN, VK_NEXT, VK_UP, VK_RIGHT, VK_DOWN, VK_PRIOR, VK_RIGHT, VK_LEFT, VK_END, VK_UP,
-                          VK_HOME}) {
+    for (const int key :
+         {VK_DOWN, VK_NEXT, VK_UP, VK_RIGHT, VK_DOWN, VK_PRIOR, VK_RIGHT, VK_LEFT, VK_END, VK_UP, VK_HOME}) {
         Key(program, static_cast<WPARAM>(key));
         ExpectAsPaintedAnew(program);
     }
@@ -204,8 +205,8 @@ TEST_F(PaintTest, ScrollingShowsWhatPaintingAnewShows)
 
 TEST_F(PaintTest, ScrollingUnderALockShowsWhatPaintingAnewShows)
 {
-    Program program("-L 3 2 6 3 " + WriteScratch("wide.txt", Repeated(Repeated("0123456789abcdefghijklm", 297) + "\r\n",
-                                                                      299 * 300)));
+    Program program("-L 3 2 6 3 " +
+                    WriteScratch("wide.txt", Repeated(Repeated("0123456789abcdefghijklm", 297) + "\r\n", 299 * 300)));
     ASSERT_TRUE(program.WaitForFrame());
     for (const int key : {VK_DOWN, VK_DOWN, VK_RIGHT, VK_NEXT, VK_UP, VK_LEFT, VK_END, VK_HOME}) {
         Key(program, static_cast<WPARAM>(key));

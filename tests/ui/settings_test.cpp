@@ -36,32 +36,65 @@ TEST_F(SettingsTest, SavesTheDefaultsInOrder)
                                std::to_string(GetSystemMetrics(SM_CYSCREEN) - GetSystemMetrics(SM_CYICON) -
                                               2 * GetSystemMetrics(SM_CYCAPTION));
     // The size of the screen font is written positive, those of the print fonts as they are held.
-    const SettingsKeys expected = {
-        {"Fcolour", "7"},       {"Bcolour", "1"},      {"RlFcolour", "0"},    {"RlBcolour", "6"},
-        {"MkFcolour", "0"},     {"MkBcolour", "6"},    {"StFcolour", "0"},    {"StBcolour", "8"},
-        {"LkFcolour", "7"},     {"LkBcolour", "9"},    {"Ptabs", "0"},        {"Ruler", "0"},
-        {"FontSize", "13"},     {"FontWeight", "400"}, {"FontItalic", "0"},   {"UseHeadFont", "0"},
-        {"HdFontSize", "-13"},  {"HdFontWeight", "0"}, {"HdFontItalic", "0"}, {"UseBodyFont", "0"},
-        {"BdFontSize", "-13"},  {"BdFontWeight", "0"}, {"BdFontItalic", "0"}, {"StatusLine", "1"},
-        {"ButtonBar", "1"},     {"ScrollBars", "1"},   {"SuppressMenu", "0"}, {"ExitOnEsc", "0"},
-        {"OemToAnsi", "0"},     {"FixedLineLen", "75"}, {"AutoZip", "0"},     {"MaxTextSize", "12"},
-        {"TabSize", "8"},       {"MinOnLaunch", "0"},  {"MaxLaunchApp", "0"}, {"MaxLineLen", "512"},
-        {"LoadOnDelete", "0"},  {"FontName", "System"}, {"EditorName", "notepad"}, {"WindowSize", window}};
+    const SettingsKeys expected = {{"Fcolour", "7"},      {"Bcolour", "1"},       {"RlFcolour", "0"},
+                                   {"RlBcolour", "6"},    {"MkFcolour", "0"},     {"MkBcolour", "6"},
+                                   {"StFcolour", "0"},    {"StBcolour", "8"},     {"LkFcolour", "7"},
+                                   {"LkBcolour", "9"},    {"Ptabs", "0"},         {"Ruler", "0"},
+                                   {"FontSize", "13"},    {"FontWeight", "400"},  {"FontItalic", "0"},
+                                   {"UseHeadFont", "0"},  {"HdFontSize", "-13"},  {"HdFontWeight", "0"},
+                                   {"HdFontItalic", "0"}, {"UseBodyFont", "0"},   {"BdFontSize", "-13"},
+                                   {"BdFontWeight", "0"}, {"BdFontItalic", "0"},  {"StatusLine", "1"},
+                                   {"ButtonBar", "1"},    {"ScrollBars", "1"},    {"SuppressMenu", "0"},
+                                   {"ExitOnEsc", "0"},    {"OemToAnsi", "0"},     {"FixedLineLen", "75"},
+                                   {"AutoZip", "0"},      {"MaxTextSize", "12"},  {"TabSize", "8"},
+                                   {"MinOnLaunch", "0"},  {"MaxLaunchApp", "0"},  {"MaxLineLen", "512"},
+                                   {"LoadOnDelete", "0"}, {"FontName", "System"}, {"EditorName", "notepad"},
+                                   {"WindowSize", window}};
     EXPECT_EQ(ReadSettings(), expected);
 }
 
 TEST_F(SettingsTest, SavesEverySettingAsItWasRead)
 {
-    const std::string lines[] = {
-        "Fcolour=15",       "Bcolour=2",         "RlFcolour=3",        "RlBcolour=4",      "MkFcolour=5",
-        "MkBcolour=8",      "StFcolour=9",       "StBcolour=10",       "LkFcolour=11",     "LkBcolour=12",
-        "Ptabs=1",          "Ruler=1",           "FontSize=17",        "FontWeight=700",   "FontItalic=1",
-        "UseHeadFont=1",    "HdFontSize=-21",    "HdFontWeight=600",   "HdFontItalic=1",   "UseBodyFont=1",
-        "BdFontSize=-22",   "BdFontWeight=500",  "BdFontItalic=1",     "StatusLine=0",     "ButtonBar=0",
-        "ScrollBars=0",     "SuppressMenu=1",    "ExitOnEsc=1",        "OemToAnsi=1",      "FixedLineLen=80",
-        "AutoZip=1",        "MaxTextSize=3",     "TabSize=4",          "MinOnLaunch=1",    "MaxLaunchApp=1",
-        "MaxLineLen=600",   "LoadOnDelete=1",    "FontName=Courier", "EditorName=c:\\edit.exe",
-        "WindowSize=40 30 700 500"};
+    const std::string lines[] = {"Fcolour=15",
+                                 "Bcolour=2",
+                                 "RlFcolour=3",
+                                 "RlBcolour=4",
+                                 "MkFcolour=5",
+                                 "MkBcolour=8",
+                                 "StFcolour=9",
+                                 "StBcolour=10",
+                                 "LkFcolour=11",
+                                 "LkBcolour=12",
+                                 "Ptabs=1",
+                                 "Ruler=1",
+                                 "FontSize=17",
+                                 "FontWeight=700",
+                                 "FontItalic=1",
+                                 "UseHeadFont=1",
+                                 "HdFontSize=-21",
+                                 "HdFontWeight=600",
+                                 "HdFontItalic=1",
+                                 "UseBodyFont=1",
+                                 "BdFontSize=-22",
+                                 "BdFontWeight=500",
+                                 "BdFontItalic=1",
+                                 "StatusLine=0",
+                                 "ButtonBar=0",
+                                 "ScrollBars=0",
+                                 "SuppressMenu=1",
+                                 "ExitOnEsc=1",
+                                 "OemToAnsi=1",
+                                 "FixedLineLen=80",
+                                 "AutoZip=1",
+                                 "MaxTextSize=3",
+                                 "TabSize=4",
+                                 "MinOnLaunch=1",
+                                 "MaxLaunchApp=1",
+                                 "MaxLineLen=600",
+                                 "LoadOnDelete=1",
+                                 "FontName=Courier",
+                                 "EditorName=c:\\edit.exe",
+                                 "WindowSize=40 30 700 500"};
     std::string text;
     for (const std::string& line : lines) {
         text += line + "\n";

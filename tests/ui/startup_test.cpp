@@ -18,8 +18,7 @@ int ScreenHeight()
 
 RECT DefaultPlace()
 {
-    return {0, 0, ScreenWidth(),
-            ScreenHeight() - GetSystemMetrics(SM_CYICON) - 2 * GetSystemMetrics(SM_CYCAPTION)};
+    return {0, 0, ScreenWidth(), ScreenHeight() - GetSystemMetrics(SM_CYICON) - 2 * GetSystemMetrics(SM_CYCAPTION)};
 }
 
 void ExpectPlace(HWND window, const RECT& expected)
@@ -86,10 +85,12 @@ TEST_F(StartupTest, AMaximisedStartIsRestoredToTheDefaultRectangle)
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
     program.Post(WM_SYSCOMMAND, SC_RESTORE);
-    ASSERT_TRUE(WaitUntil([&] { return !IsZoomed(program.Frame()); }));
-    RECT place;
-    GetWindowRect(program.Frame(), &place);
-    EXPECT_EQ(place.left, 0);
+    RECT place = {};
+    // The style changes before the rectangle does.
+    EXPECT_TRUE(WaitUntil([&] {
+        GetWindowRect(program.Frame(), &place);
+        return !IsZoomed(program.Frame()) && place.left == 0;
+    }));
     EXPECT_EQ(place.top, 0);
     EXPECT_EQ(place.right, ScreenWidth());
     EXPECT_LT(place.bottom, ScreenHeight());
@@ -219,7 +220,8 @@ TEST_F(StartupTest, LocksTheRowsAndColumnsOfTheCommandLine)
     WriteSettings(FixedFont);
     std::string lines;
     for (int i = 1; i <= 200; ++i) {
-        lines += "ab" + std::to_string(1000 + i) + "efghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuv"
+        lines += "ab" + std::to_string(1000 + i) +
+                 "efghijklmnopqrstuvwxyzabcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuv"
                  "wxyzabcdefghijklmnopqrstuvwxyz\r\n";
     }
     Program program("-L 3 5 2 4 " + WriteScratch("lock.txt", lines));

@@ -54,12 +54,9 @@ TEST_F(ViewScrollTest, KeysScrollByLinesAndPages)
     const struct {
         int Key;
         int Top;
-    } steps[] = {{VK_DOWN, 1},           {VK_DOWN, 2},
-                 {VK_NEXT, 2 + rows},    {VK_NEXT, 2 + 2 * rows},
-                 {VK_UP, 1 + 2 * rows},  {VK_PRIOR, 1 + rows},
-                 {VK_END, 1000 - rows},  {VK_UP, 999 - rows},
-                 {VK_NEXT, 1000 - rows}, {VK_HOME, 0},
-                 {VK_PRIOR, 0}};
+    } steps[] = {{VK_DOWN, 1},           {VK_DOWN, 2},         {VK_NEXT, 2 + rows},   {VK_NEXT, 2 + 2 * rows},
+                 {VK_UP, 1 + 2 * rows},  {VK_PRIOR, 1 + rows}, {VK_END, 1000 - rows}, {VK_UP, 999 - rows},
+                 {VK_NEXT, 1000 - rows}, {VK_HOME, 0},         {VK_PRIOR, 0}};
     for (const auto& step : steps) {
         Key(program, static_cast<WPARAM>(step.Key));
         EXPECT_EQ(program.Top(), step.Top) << "key " << step.Key;
@@ -170,8 +167,8 @@ TEST_F(ViewScrollTest, ScrollBarMessagesScroll)
     const struct {
         int Code;
         int Top;
-    } vertical[] = {{SB_LINEDOWN, 1}, {SB_PAGEDOWN, 1 + rows}, {SB_LINEUP, rows}, {SB_PAGEUP, 0},
-                    {SB_BOTTOM, 1000 - rows}, {SB_TOP, 0}};
+    } vertical[] = {{SB_LINEDOWN, 1}, {SB_PAGEDOWN, 1 + rows},  {SB_LINEUP, rows},
+                    {SB_PAGEUP, 0},   {SB_BOTTOM, 1000 - rows}, {SB_TOP, 0}};
     for (const auto& step : vertical) {
         Scroll(program, WM_VSCROLL, step.Code);
         EXPECT_EQ(program.Top(), step.Top) << "code " << step.Code;

@@ -111,10 +111,12 @@ void ExpectMarked(Program& program, int row, const std::string& pixels)
 
 void ExpectNothingMarked(Program& program)
 {
-    EXPECT_TRUE(WaitUntil([&] {
-        const SIZE view = ClientSize(program.View());
-        return program.Inside().Read(program.View(), 0, 0, view.cx, view.cy).CountOf(Yellow) == 0;
-    }, 3000));
+    EXPECT_TRUE(WaitUntil(
+        [&] {
+            const SIZE view = ClientSize(program.View());
+            return program.Inside().Read(program.View(), 0, 0, view.cx, view.cy).CountOf(Yellow) == 0;
+        },
+        3000));
 }
 
 } // namespace
@@ -189,8 +191,7 @@ TEST_F(ViewSelectTest, MarkedTextIsBlackOnYellow)
     ASSERT_TRUE(program.WaitForFrame());
     ASSERT_TRUE(Drag(program, PointOf(3, 5), PointOf(3, 12)));
     ExpectMarked(program, 3, Columns(5, 12));
-    const Pixels run =
-        program.Inside().Read(program.View(), ColumnX(5), RowY(3), 7 * CellWidth(), CellHeight());
+    const Pixels run = program.Inside().Read(program.View(), ColumnX(5), RowY(3), 7 * CellWidth(), CellHeight());
     EXPECT_GT(run.CountOf(Black), 20);
     EXPECT_EQ(run.CountOf(Blue), 0);
     EXPECT_EQ(run.CountOf(White), 0);

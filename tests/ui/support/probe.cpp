@@ -23,9 +23,8 @@ int Pixels::CountOf(std::uint32_t colour) const
 }
 
 Probe::Probe(HANDLE process, DWORD processId)
-    : Process(process),
-      Memory(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(ProbeChannel),
-                                NameFor(ProbeMemoryName, processId).c_str())),
+    : Process(process), Memory(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                                  sizeof(ProbeChannel), NameFor(ProbeMemoryName, processId).c_str())),
       Ask(CreateEventA(nullptr, FALSE, FALSE, NameFor(ProbeAskName, processId).c_str())),
       Answer(CreateEventA(nullptr, FALSE, FALSE, NameFor(ProbeAnswerName, processId).c_str())),
       Channel(static_cast<ProbeChannel*>(MapViewOfFile(Memory, FILE_MAP_ALL_ACCESS, 0, 0, 0)))
@@ -155,9 +154,8 @@ std::vector<ProbeText> Probe::Repaint(HWND window)
     std::vector<ProbeText> texts;
     for (const ProbeText& text : TakeRecorded()) {
         // The system may have had the window painted once more at the same time.
-        const bool again = std::any_of(texts.begin(), texts.end(), [&](const ProbeText& other) {
-            return memcmp(&text, &other, sizeof text) == 0;
-        });
+        const bool again = std::any_of(texts.begin(), texts.end(),
+                                       [&](const ProbeText& other) { return memcmp(&text, &other, sizeof text) == 0; });
         if (text.Window == window && !again) {
             texts.push_back(text);
         }

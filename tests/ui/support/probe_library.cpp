@@ -74,8 +74,7 @@ void** FindImport(void* function)
     return nullptr;
 }
 
-template <typename Function>
-void Divert(const char* library, const char* name, Function replacement, Function& real)
+template <typename Function> void Divert(const char* library, const char* name, Function replacement, Function& real)
 {
     void* const address = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA(library), name));
     real = reinterpret_cast<Function>(address);
@@ -90,8 +89,7 @@ void Divert(const char* library, const char* name, Function replacement, Functio
 
 HMENU FindMenu(const ProbeMenuRecord& record)
 {
-    const HMENU menu =
-        record.Menu == ProbeMenuKind::Bar ? GetMenu(record.Frame) : GetSystemMenu(record.Frame, FALSE);
+    const HMENU menu = record.Menu == ProbeMenuKind::Bar ? GetMenu(record.Frame) : GetSystemMenu(record.Frame, FALSE);
     return record.Popup < 0 ? menu : GetSubMenu(menu, record.Popup);
 }
 
@@ -226,9 +224,8 @@ bool ReadCursor(ProbeCursorRecord& record)
     const struct {
         LPCSTR Name;
         ProbeCursorShape Shape;
-    } Shapes[] = {{IDC_ARROW, ProbeCursorShape::Arrow},
-                  {IDC_WAIT, ProbeCursorShape::Wait},
-                  {IDC_IBEAM, ProbeCursorShape::Ibeam}};
+    } Shapes[] = {
+        {IDC_ARROW, ProbeCursorShape::Arrow}, {IDC_WAIT, ProbeCursorShape::Wait}, {IDC_IBEAM, ProbeCursorShape::Ibeam}};
     for (const auto& shape : Shapes) {
         if (info.hCursor == LoadCursorA(nullptr, shape.Name)) {
             record.Shape = shape.Shape;
@@ -237,8 +234,7 @@ bool ReadCursor(ProbeCursorRecord& record)
     return true;
 }
 
-template <typename Record>
-Record& As(ProbeChannel& channel)
+template <typename Record> Record& As(ProbeChannel& channel)
 {
     static_assert(sizeof(Record) <= ProbeRecordBytes);
     return *reinterpret_cast<Record*>(channel.Record);

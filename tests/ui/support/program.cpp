@@ -61,8 +61,8 @@ Program::Program(const std::string& arguments, WORD showCommand, DWORD flags)
     startup.cb = sizeof startup;
     startup.dwFlags = flags;
     startup.wShowWindow = showCommand;
-    EXPECT_TRUE(CreateProcessA(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                               &startup, &Process))
+    EXPECT_TRUE(CreateProcessA(path.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                               &Process))
         << path << ", error " << GetLastError();
 }
 

@@ -23,7 +23,7 @@ struct SeenBox {
     HICON Icon = nullptr;
     HWND Owner = nullptr;
     std::map<int, std::string> Buttons; // by their ids
-    int FocusedButton = 0; // what Enter presses
+    int FocusedButton = 0;              // what Enter presses
 };
 
 constexpr int EnterKey = -1; // instead of a button

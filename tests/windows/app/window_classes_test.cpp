@@ -40,8 +40,10 @@ TEST_F(WindowClasses, HaveTheirStyles)
         const char* Name;
         UINT Style;
     } classes[] = {
-        {"Kestovar", Redraw}, {"KstvMn", Redraw | CS_DBLCLKS}, {"KstvRl", Redraw},
-        {"KstvSt", Redraw | CS_DBLCLKS}, {"KstvBt", Redraw}, {"KstvBb", 0}, {"KstvSb", 0},
+        {"Kestovar", Redraw}, {"KstvMn", Redraw | CS_DBLCLKS},
+        {"KstvRl", Redraw},   {"KstvSt", Redraw | CS_DBLCLKS},
+        {"KstvBt", Redraw},   {"KstvBb", 0},
+        {"KstvSb", 0},
     };
     for (const auto& expected : classes) {
         EXPECT_EQ(expected.Style, ClassNamed(expected.Name).style) << expected.Name;

@@ -154,7 +154,9 @@ TEST_P(RealDocumentContent, AnyOrderOfReadsGivesTheSameThoughParkedBlocksAreDisc
 {
     Slots = GetParam();
     std::mt19937 random(4711);
-    const auto below = [&](std::int32_t limit) { return static_cast<std::int32_t>(random() % static_cast<unsigned>(limit)); };
+    const auto below = [&](std::int32_t limit) {
+        return static_cast<std::int32_t>(random() % static_cast<unsigned>(limit));
+    };
     int discarded = 0;
     for (const Content& content : Contents()) {
         SCOPED_TRACE(content.Name);

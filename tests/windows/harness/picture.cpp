@@ -37,9 +37,8 @@ Picture PictureOf(HWND window, const RECT& area)
     WindowDc source(window);
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
-    return Drawn(width, height, [&](HDC canvas) {
-        BitBlt(canvas, 0, 0, width, height, source, area.left, area.top, SRCCOPY);
-    });
+    return Drawn(width, height,
+                 [&](HDC canvas) { BitBlt(canvas, 0, 0, width, height, source, area.left, area.top, SRCCOPY); });
 }
 
 int DifferentPixels(const Picture& a, const Picture& b)

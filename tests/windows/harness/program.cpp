@@ -85,7 +85,12 @@ RunningProgram::~RunningProgram()
     DocumentOptions = DocumentSettings{};
     Document.BufferCount = MaxCacheSlots;
     App.Start = CommandLine{};
-    CreateScreenFont(false);
+    // A test may have told the frame another size than it has.
+    RECT client;
+    GetClientRect(Windows.Main, &client);
+    Windows.ClientWidth = client.right;
+    Windows.ClientHeight = client.bottom;
+    CreateScreenFont(false); // which lays the frame out
     PumpMessages();
 }
 

@@ -1,10 +1,8 @@
 // What the view does with mouse, scroll bars and timers, and what it has repainted for it.
 #include "view/view_window.h"
 
-#include "app/mode_switch.h"
 #include "app/open_sequence.h"
 #include "base/text.h"
-#include "document/document_state.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
 #include "resources/ids.h"
