@@ -39,10 +39,8 @@ struct DrawingObjects {
 extern DrawingObjects Drawing;
 
 // Private messages. Those to the frame:
-constexpr UINT WM_BUSY_START = WM_USER;       // show the wait cursor
-constexpr UINT WM_BUSY_END = WM_USER + 1;     // and the arrow again
-constexpr UINT WM_SHOW_MATCH = WM_USER + 2;   // wParam column, lParam line
-constexpr UINT WM_REMOVE_MATCH = WM_USER + 3; // lParam line
+constexpr UINT WM_BUSY_START = WM_USER;   // show the wait cursor
+constexpr UINT WM_BUSY_END = WM_USER + 1; // and the arrow again
 // To the status line:
 constexpr UINT WM_SHOW_POSITION = WM_USER + 4;
 constexpr UINT WM_SHOW_STRING = WM_USER + 5; // wParam string id
