@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <vector>
+#include <random>
 
 namespace {
 
@@ -48,16 +48,18 @@ void Compare(const std::string& name, const std::string& peer, const std::functi
     fflush(stdout);
 }
 
-BenchFile::BenchFile(const char* name, int megabytes, int lineLength, const char* end) : FilePath(TemporaryPath(name))
+BenchFile::BenchFile(const char* name, int megabytes, LineLengths lengths, const char* end)
+    : FilePath(TemporaryPath(name))
 {
-    std::string line;
-    for (int i = 0; i < lineLength; ++i) {
-        line += static_cast<char>('!' + i % 90);
-    }
-    line += end;
+    std::mt19937 random; // the same file in every run
+    std::uniform_int_distribution<int> length(lengths.Least, lengths.Most);
     std::string piece;
     while (piece.size() < 1000000) {
-        piece += line;
+        const int count = length(random);
+        for (int i = 0; i < count; ++i) {
+            piece += static_cast<char>('!' + i % 90);
+        }
+        piece += end;
     }
     FILE* file = fopen(FilePath.c_str(), "wb");
     if (file == nullptr) {

@@ -12,11 +12,17 @@ constexpr int Rounds = 11; // best of these
 void Compare(const std::string& name, const std::string& peer, const std::function<void()>& ours,
              const std::function<void()>& peerWork);
 
-// A text file of megabytes MB in the temporary directory, its lines of lineLength characters ended by
-// end; in the page cache afterwards. Removed with the object.
+// Characters of a line, anything from Least to Most.
+struct LineLengths {
+    int Least;
+    int Most;
+};
+
+// A text file of megabytes MB in the temporary directory, its lines ended by end; in the page cache
+// afterwards. Removed with the object.
 class BenchFile {
 public:
-    BenchFile(const char* name, int megabytes, int lineLength, const char* end);
+    BenchFile(const char* name, int megabytes, LineLengths lengths, const char* end);
     ~BenchFile();
     BenchFile(const BenchFile&) = delete;
     BenchFile& operator=(const BenchFile&) = delete;

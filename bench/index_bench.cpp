@@ -14,12 +14,13 @@ namespace {
 struct Shape {
     const char* Name;
     const char* End;
-    int LineLength;
+    LineLengths Lengths;
 };
 
 constexpr Shape Shapes[] = {
-    {"crlf-20", "\r\n", 20}, {"crlf-80", "\r\n", 80}, {"lf-20", "\n", 20},
-    {"lf-80", "\n", 80},     {"cr-20", "\r", 20},     {"cr-80", "\r", 80},
+    {"crlf-20", "\r\n", {20, 20}},      {"crlf-80", "\r\n", {80, 80}},       {"lf-20", "\n", {20, 20}},
+    {"lf-80", "\n", {80, 80}},          {"cr-20", "\r", {20, 20}},           {"cr-80", "\r", {80, 80}},
+    {"crlf-mixed-20", "\r\n", {0, 40}}, {"crlf-mixed-80", "\r\n", {0, 160}},
 };
 
 constexpr int Megabytes = 100;
@@ -41,7 +42,7 @@ void BenchIndexing(const char* where)
 {
     DocumentOptions.MaxTextSize = 200;
     for (const Shape& shape : Shapes) {
-        const BenchFile file("kvbench.txt", Megabytes, shape.LineLength, shape.End);
+        const BenchFile file("kvbench.txt", Megabytes, shape.Lengths, shape.End);
         Compare(
             std::string("index") + where + " " + shape.Name, Peer, [&] { OpenAndClose(file.Path()); },
             [&] { ReadWhole(file.Path()); });
@@ -51,7 +52,7 @@ void BenchIndexing(const char* where)
 void BenchOpenSequence()
 {
     DocumentOptions.MaxTextSize = 200;
-    const BenchFile file("kvbench.txt", Megabytes, 80, "\r\n");
+    const BenchFile file("kvbench.txt", Megabytes, {80, 80}, "\r\n");
     Compare(
         "open from title to menus crlf-80", Peer, [&] { OpenSequence(Windows.Main, file.Path()); },
         [&] { ReadWhole(file.Path()); });

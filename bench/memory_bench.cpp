@@ -23,7 +23,7 @@ double HeapKilobytesInUse()
 // Heap that a document of a text file of megabytes MB holds.
 double HeapOfDocument(int megabytes)
 {
-    const BenchFile file("kvbench.txt", megabytes, 80, "\r\n");
+    const BenchFile file("kvbench.txt", megabytes, {80, 80}, "\r\n");
     FreeBuffers();
     const double before = HeapKilobytesInUse();
     FileInfo info;

@@ -27,7 +27,7 @@ void PaintManyTimes(int rows)
 
 void BenchPainting()
 {
-    const BenchFile file("kvbench.txt", 10, 80, "\r\n");
+    const BenchFile file("kvbench.txt", 10, {80, 80}, "\r\n");
     OpenSequence(Windows.Main, file.Path());
     SetWindowPos(Windows.Main, nullptr, 0, 0, 800, 600, SWP_NOZORDER);
     const int page = View.ClientHeight / View.LineHeight;

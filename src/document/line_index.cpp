@@ -217,15 +217,16 @@ void CountBlockLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t
         --Document.LineTable[block - 1];
         --Document.LineCount;
     }
-    Document.LongestLine = LongestRun(bytes, count, Document.LongestLine);
+    static_assert(BlockBytes <= LargestScan);
+    const LineScan scan = ScanLines(bytes, count, Document.LongestLine);
+    Document.LongestLine = scan.LongestRun;
     if (Document.LongestLine > DocumentOptions.MaxLineLen) {
         Document.IsText = false;
         Document.LongestLine = RecordLength();
         return;
     }
-    const std::int32_t lines = CountLineEnds(bytes, count);
-    Document.LineTable[block] = static_cast<std::uint32_t>(lines);
-    Document.LineCount += lines;
+    Document.LineTable[block] = static_cast<std::uint32_t>(scan.LineEnds);
+    Document.LineCount += scan.LineEnds;
     Document.LastLineOpen = !IsLineEnd(bytes[count - 1]);
 }
 

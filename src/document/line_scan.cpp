@@ -60,9 +60,15 @@ std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std:
     return end - 1;
 }
 
-} // namespace
+bool IsCountedEnd(const std::uint8_t* bytes, std::int32_t index, std::int32_t count)
+{
+    const bool pair = bytes[index] == '\r' && index + 1 < count && bytes[index + 1] == '\n';
+    return IsLineEnd(bytes[index]) && !pair;
+}
 
-std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count)
+// Counts the line ends; WithMasks also notes where each CR and LF stands, one bit a byte, one mask for
+// VectorBytes of them. Bits behind the last byte are set, as if the bytes ended in line ends.
+template <bool WithMasks> std::int32_t CountEnds(const std::uint8_t* bytes, std::int32_t count, std::uint16_t* masks)
 {
     std::int32_t total = 0;
     std::int32_t index = 0;
@@ -74,14 +80,69 @@ std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count)
 #pragma GCC unroll 4
         for (std::int32_t vector = 0; vector < vectors; ++vector, index += VectorBytes) {
             counts = _mm_sub_epi8(counts, CountedEnds(bytes + index));
+            if constexpr (WithMasks) {
+                *masks++ = static_cast<std::uint16_t>(LineEndMask(bytes + index));
+            }
         }
         total += SumBytes(counts);
     }
-    for (; index < count; ++index) {
-        const bool pair = bytes[index] == '\r' && index + 1 < count && bytes[index + 1] == '\n';
-        total += IsLineEnd(bytes[index]) && !pair;
+    std::uint32_t lastMask = 0xFFFF;
+    for (std::int32_t bit = 0; index < count; ++index, ++bit) {
+        total += IsCountedEnd(bytes, index, count);
+        lastMask &= IsLineEnd(bytes[index]) ? 0xFFFF : ~(1u << bit);
+    }
+    if constexpr (WithMasks) {
+        *masks = static_cast<std::uint16_t>(lastMask);
     }
     return total;
+}
+
+// Runs are looked for in windows of 64 bits, that is 4 masks. Windows two masks apart hold every run of
+// up to 33 bytes, windows one mask apart every one of up to 49.
+constexpr std::int32_t MasksPerWindow = 4;
+constexpr std::int32_t MaskBits = 16;
+
+constexpr std::int32_t LongestInWindows(std::int32_t step)
+{
+    return (MasksPerWindow - step) * MaskBits + 1;
+}
+
+__m128i LoadWindow(const std::uint16_t* masks)
+{
+    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(masks));
+}
+
+// Whether a run of wanted bytes (at most LongestInWindows(Step)) shows in count masks. Reads up to
+// MasksPerWindow + 2 * Step masks past the last.
+template <std::int32_t Step> bool HasRun(const std::uint16_t* masks, std::int32_t count, std::int32_t wanted)
+{
+    // A bit that survives "and with itself shifted" stands at the start of a run as long as the shifts add
+    // up to, plus one. Six shifts reach 64; those not needed are by 0.
+    __m128i shifts[6];
+    std::int32_t reached = 1;
+    for (__m128i& shift : shifts) {
+        const std::int32_t further = reached < wanted - reached ? reached : wanted - reached;
+        shift = _mm_cvtsi32_si128(further);
+        reached += further;
+    }
+    const __m128i ones = _mm_set1_epi32(-1);
+    __m128i found = _mm_setzero_si128();
+    for (std::int32_t i = 0; i < count; i += 2 * Step) {
+        const __m128i ends = _mm_unpacklo_epi64(LoadWindow(masks + i), LoadWindow(masks + i + Step));
+        __m128i runs = _mm_andnot_si128(ends, ones);
+        for (const __m128i& shift : shifts) {
+            runs = _mm_and_si128(runs, _mm_srl_epi64(runs, shift));
+        }
+        found = _mm_or_si128(found, runs);
+    }
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(found, _mm_setzero_si128())) != 0xFFFF;
+}
+
+} // namespace
+
+std::int32_t CountLineEnds(const std::uint8_t* bytes, std::int32_t count)
+{
+    return CountEnds<false>(bytes, count, nullptr);
 }
 
 std::int32_t LongestRun(const std::uint8_t* bytes, std::int32_t count, std::int32_t atLeast)
@@ -114,6 +175,26 @@ std::int32_t LongestRun(const std::uint8_t* bytes, std::int32_t count, std::int3
         start = runEnd + 1;
     }
     return longest;
+}
+
+LineScan ScanLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t atLeast)
+{
+    const std::int32_t longer = atLeast + 1;
+    if (longer > LongestInWindows(1)) {
+        return {CountLineEnds(bytes, count), LongestRun(bytes, count, atLeast)};
+    }
+    // Short lines of all lengths are too many to go through one by one: one look at the masks tells that
+    // none of them is longer, which is what most blocks have to say.
+    constexpr std::int32_t Padding = MasksPerWindow + 4;
+    std::uint16_t masks[LargestScan / VectorBytes + 1 + Padding];
+    const std::int32_t lineEnds = CountEnds<true>(bytes, count, masks);
+    const std::int32_t maskCount = (count + VectorBytes - 1) / VectorBytes;
+    for (std::int32_t i = 0; i < Padding; ++i) {
+        masks[maskCount + i] = 0xFFFF;
+    }
+    const bool hasLonger =
+        longer > LongestInWindows(2) ? HasRun<1>(masks, maskCount, longer) : HasRun<2>(masks, maskCount, longer);
+    return {lineEnds, hasLonger ? LongestRun(bytes, count, atLeast) : atLeast};
 }
 
 std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count)

@@ -66,9 +66,20 @@ std::string RandomText(std::mt19937& random, std::size_t size, unsigned endsInTe
     return text;
 }
 
+void CompareScan(const std::string& text, std::int32_t atLeast)
+{
+    const Exact exact(text);
+    const LineScan scan = ScanLines(exact.Data.data(), exact.Count, atLeast);
+    ASSERT_EQ(scan.LineEnds, EndsOneByOne(text)) << atLeast;
+    ASSERT_EQ(scan.LongestRun, LongestOneByOne(text, atLeast)) << atLeast;
+}
+
 void CompareAll(const std::string& text, std::mt19937& random)
 {
     const Exact exact(text);
+    for (const std::int32_t atLeast : {0, 1, static_cast<std::int32_t>(random() % 60), 1000}) {
+        CompareScan(text, atLeast);
+    }
     ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), EndsOneByOne(text));
     for (const std::int32_t atLeast : {0, 1, static_cast<std::int32_t>(random() % 40), 1000}) {
         ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, atLeast), LongestOneByOne(text, atLeast)) << atLeast;
@@ -178,5 +189,33 @@ TEST(LineScan, AgreesWithByteLoopsOnWholeBlocks)
         const Exact exact(text);
         ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), EndsOneByOne(text));
         ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, 0), LongestOneByOne(text, 0));
+    }
+}
+
+TEST(LineScan, FindsARunOneLongerThanAtLeastWhereverItStands)
+{
+    // Lines of atLeast bytes with a single longer one among them, at every place within the windows.
+    for (std::int32_t atLeast = 1; atLeast <= 70; ++atLeast) {
+        for (std::int32_t shift = 0; shift < 70; ++shift) {
+            const std::string line = std::string(static_cast<std::size_t>(atLeast), 'x') + "\n";
+            std::string text = std::string(static_cast<std::size_t>(shift % (atLeast + 1)), 'x') + "\n";
+            while (static_cast<std::int32_t>(text.size()) < shift) {
+                text += line;
+            }
+            CompareScan(text + line + line, atLeast);
+            CompareScan(text + "x" + line + line, atLeast);
+            CompareScan(text + line + "x" + line.substr(0, line.size() - 1), atLeast);
+        }
+    }
+}
+
+TEST(LineScan, MeasuresAWholeBlockOfAnyBytes)
+{
+    std::mt19937 random(20240711);
+    for (const unsigned endsInTen : {0u, 1u, 5u, 10u}) {
+        const std::string text = RandomText(random, LargestScan, endsInTen);
+        for (std::int32_t atLeast = 0; atLeast < 60; atLeast += 7) {
+            CompareScan(text, atLeast);
+        }
     }
 }
