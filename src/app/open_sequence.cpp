@@ -113,7 +113,6 @@ void OpenSequence(HWND mainWindow, const char* path)
 
     SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
     ForgetScrollMarks();
-    SetSelectionMenuState(false);
     CloseDocument();
     CopyText(App.CurrentPath, full);
     const UINT failure = TryToOpen(full);

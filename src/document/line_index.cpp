@@ -84,9 +84,10 @@ LineText ReadTextLine()
 // Settles on the block in which line starts, going by the counts.
 std::int32_t FindBlockOfLine(std::int32_t line)
 {
+    const std::uint32_t wanted = static_cast<std::uint32_t>(line);
     std::int32_t block = 1;
     std::uint32_t linesBefore = 0;
-    while (block<Document.BlockCount&& static_cast<std::uint32_t>(line)> linesBefore + Document.LineTable[block] + 1) {
+    while (block < Document.BlockCount && wanted > linesBefore + Document.LineTable[block] + 1) {
         linesBefore += Document.LineTable[block];
         ++block;
     }

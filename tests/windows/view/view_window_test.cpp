@@ -132,6 +132,19 @@ protected:
 
     static bool HasTimer(UINT_PTR id) { return KillTimer(Windows.View, id) != FALSE; }
 
+    // No drag is under way, and the pointer that goes on and lets go selects nothing.
+    static void ExpectNoDrag()
+    {
+        EXPECT_FALSE(View.Selecting);
+        EXPECT_FALSE(View.AutoScrollTimer);
+        EXPECT_FALSE(HasTimer(AutoScrollTimerId));
+        EXPECT_NE(Windows.View, GetCapture());
+        Move(Cell(5, 8));
+        Release(Cell(5, 8));
+        EXPECT_EQ(0, View.SelLineA);
+        EXPECT_EQ(0, View.SelLineB);
+    }
+
 private:
     ViewHooks HooksBefore;
 };
@@ -335,14 +348,7 @@ TEST_F(ViewWindow, ClosingTheDocumentEndsADrag)
     ASSERT_TRUE(View.AutoScrollTimer);
     Command(IDM_INTERNAL_CLOSE);
     EXPECT_FALSE(View.FileShown);
-    EXPECT_FALSE(View.Selecting);
-    EXPECT_FALSE(View.AutoScrollTimer);
-    EXPECT_FALSE(HasTimer(AutoScrollTimerId));
-    EXPECT_NE(Windows.View, GetCapture());
-    Move(Cell(5, 8));
-    Release(Cell(5, 8));
-    EXPECT_EQ(0, View.SelLineA);
-    EXPECT_EQ(0, View.SelLineB);
+    ExpectNoDrag();
 }
 
 TEST_F(ViewWindow, SwitchingTheModeEndsADrag)
@@ -354,14 +360,7 @@ TEST_F(ViewWindow, SwitchingTheModeEndsADrag)
         Move(At(XOf(12), View.ClientHeight + 20));
         ASSERT_TRUE(View.AutoScrollTimer);
         Command(mode);
-        EXPECT_FALSE(View.Selecting);
-        EXPECT_FALSE(View.AutoScrollTimer);
-        EXPECT_FALSE(HasTimer(AutoScrollTimerId));
-        EXPECT_NE(Windows.View, GetCapture());
-        Move(Cell(5, 8));
-        Release(Cell(5, 8));
-        EXPECT_EQ(0, View.SelLineA);
-        EXPECT_EQ(0, View.SelLineB);
+        ExpectNoDrag();
     }
 }
 
