@@ -74,7 +74,7 @@ void CheckScrolling(FuzzInput& input)
     }
     Require(PositionPercent() <= 100 && PositionPercent() >= 0, "percent");
     char status[StatusTextSize];
-    FormatPosition("Line %s Col %i  %i%%", status);
+    FormatPosition({"Line %s Col %i  %i%%", "  [File %i of %i]"}, status);
     char ruler[RulerLength + 1];
     FormatRuler(View.LeftColumn, ruler);
 }

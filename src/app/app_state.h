@@ -4,6 +4,8 @@
 #include "app/command_line.h"
 #include "app/recent_files.h"
 #include "document/document.h"
+#include "files/association_table.h"
+#include "files/launch_mode.h"
 
 #include <cstdint>
 
@@ -13,11 +15,15 @@ struct AppState {
     char BatchPath[MaxPathSize] = "";
     CommandLine Start; // what the command line said
     RecentFiles Recent;
-    char CurrentPath[MaxPathSize] = ""; // of the current file: full, lower-case once it is open
-    char FileTitle[MaxPathSize] = "";   // its name part, lower-case; empty when no file is current
-    FileInfo Info;                      // of the current file
-    bool BusyCursor = false;            // show the wait cursor
-    bool ClosedOnIconize = false;       // the file was released when the window was minimised
+    char CurrentPath[MaxPathSize] = "";         // of the current file: full, lower-case once it is open
+    char FileTitle[MaxPathSize] = "";           // its name part, lower-case; empty when no file is current
+    FileInfo Info{.WantDetails = true};         // of the current file
+    LaunchMode Launch = LaunchMode::None;       // how it can be launched
+    char TypeDescription[DescriptionSize] = ""; // what files of its extension are called; may be empty
+    char ArchivePath[MaxPathSize] = "";         // of the archive whose member was viewed last
+    bool RedisplayZip = false;                  // the archive's listing is shown again
+    bool BusyCursor = false;                    // show the wait cursor
+    bool ClosedOnIconize = false;               // the file was released when the window was minimised
     bool HelpUsed = false;
 };
 

@@ -6,23 +6,44 @@
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
 #include "app/settings_file.h"
+#include "app/walk_list.h"
+#include "base/messages.h"
+#include "buttonbar/buttons.h"
 #include "document/document_state.h"
+#include "document/file_list.h"
 #include "resources/ids.h"
+#include "search/goto_dialog.h"
+#include "search/goto_target.h"
 #include "view/frame_windows.h"
+#include "view/lock_region.h"
 #include "view/selection.h"
 #include "view/view_state.h"
+#include "view/view_window.h"
 
 namespace {
+
+void OpenFromDialog(HWND mainWindow, UINT)
+{
+    OpenSequence(mainWindow, nullptr);
+    RefreshStatus();
+}
+
+void RepaintView()
+{
+    InvalidateRect(Windows.View, nullptr, TRUE);
+}
 
 void CloseAndClear(HWND, UINT)
 {
     CloseDocument();
+    SetListMenuState();
     MeasureViewAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
 }
 
 void CloseFile(HWND mainWindow, UINT id)
 {
+    ClearFileList();
     CloseAndClear(mainWindow, id);
     ShowWindow(mainWindow, SW_MINIMIZE);
 }
@@ -31,6 +52,14 @@ void Reopen(HWND mainWindow, UINT)
 {
     OpenSequence(mainWindow, App.CurrentPath);
     RefreshStatus();
+}
+
+// A run that was started to print ends with it.
+void Print(HWND mainWindow, UINT)
+{
+    if (App.Start.PrintAndExit) {
+        SendMessageA(mainWindow, WM_CLOSE, 0, 0);
+    }
 }
 
 void ExitProgram(HWND mainWindow, UINT)
@@ -52,6 +81,19 @@ void SelectAll(HWND, UINT)
     SetSelectionMenuState(true);
 }
 
+void GotoPlace(HWND mainWindow, UINT)
+{
+    if (!AskGotoTarget(mainWindow, View.HexMode)) {
+        return;
+    }
+    std::int32_t topLine = 0;
+    if (FindGotoTarget(Goto.GotoText, View.HexMode, topLine)) {
+        ScrollToLine(Windows.View, topLine);
+    } else {
+        ReportMessage(mainWindow, IDS_GOTO_INVALID);
+    }
+}
+
 void ToTextMode(HWND, UINT)
 {
     SwitchMode(false);
@@ -60,6 +102,46 @@ void ToTextMode(HWND, UINT)
 void ToHexMode(HWND, UINT)
 {
     SwitchMode(true);
+}
+
+// Back from a member to its archive, and to the listing.
+void RedisplayZip(HWND mainWindow, UINT)
+{
+    char archive[MaxPathSize];
+    CopyText(archive, App.ArchivePath);
+    CloseDocument();
+    EnableCommandAndButton(IDM_VIEW_REDISPLAY_ZIP, ButtonPreviousZip, false);
+    if (FileList.ListTotal > 0) {
+        GetListEntry(FileList.ListPosition, archive);
+    }
+    if (OpenSequence(mainWindow, archive)) {
+        RefreshStatus();
+        App.RedisplayZip = true;
+        PostMessageA(mainWindow, WM_COMMAND, IDM_VIEW_ZIP, 0);
+    }
+}
+
+// Headings are chosen among the first lines and columns.
+void ShowBeginning()
+{
+    if (View.TopLine != 0 || View.LeftColumn != 0) {
+        View.TopLine = View.LeftColumn = 0;
+        RepaintView();
+        UpdateWindow(Windows.View);
+    }
+}
+
+void ToggleLock(HWND, UINT)
+{
+    if (AnyLock()) {
+        ClearLock();
+    } else {
+        ShowBeginning();
+        SendMessageA(Windows.Status, WM_SHOW_STRING, IDS_SELECT_LOCK_AREA, 0);
+        PickLock(Windows.View);
+    }
+    LayOutFrameAnew();
+    RepaintView();
 }
 
 void SaveAllSettings(HWND, UINT)
@@ -75,17 +157,56 @@ void ToggleMenuBar(HWND mainWindow, UINT)
                   MF_BYCOMMAND | (AppOptions.SuppressMenu != 0 ? MF_CHECKED : MF_UNCHECKED));
 }
 
+void ShowHelp(HWND mainWindow, UINT command, ULONG_PTR topic)
+{
+    App.HelpUsed = true;
+    WinHelpA(mainWindow, App.HelpPath, command, topic);
+    RefreshStatus();
+}
+
+void HelpContents(HWND mainWindow, UINT id)
+{
+    ShowHelp(mainWindow, HELP_FINDER, id);
+}
+
+void HelpOnKeyboard(HWND mainWindow, UINT id)
+{
+    ShowHelp(mainWindow, HELP_CONTEXT, id);
+}
+
+void HelpOnHelp(HWND mainWindow, UINT id)
+{
+    ShowHelp(mainWindow, HELP_HELPONHELP, id);
+}
+
+struct Command {
+    UINT Id;
+    void (*Run)(HWND mainWindow, UINT id);
+};
+
 constexpr Command Table[] = {
-    {IDM_FILE_CLOSE, CommandNeeds::File, CloseFile},
-    {IDM_FILE_EXIT, CommandNeeds::Nothing, ExitProgram},
-    {IDM_RECENT_FIRST, CommandNeeds::Nothing, OpenRecentFile},
-    {IDM_EDIT_SELECT_ALL, CommandNeeds::File, SelectAll},
-    {IDM_VIEW_TEXT, CommandNeeds::Nothing, ToTextMode},
-    {IDM_VIEW_HEX, CommandNeeds::Nothing, ToHexMode},
-    {IDM_OPTIONS_SAVE, CommandNeeds::Nothing, SaveAllSettings},
-    {IDM_SYSTEM_MENU_BAR, CommandNeeds::Nothing, ToggleMenuBar},
-    {IDM_INTERNAL_CLOSE, CommandNeeds::Nothing, CloseAndClear},
-    {IDM_INTERNAL_REOPEN, CommandNeeds::Nothing, Reopen},
+    {IDM_SYSTEM_MENU_BAR, ToggleMenuBar},
+    {IDM_FILE_OPEN, OpenFromDialog},
+    {IDM_FILE_CLOSE, CloseFile},
+    {IDM_FILE_PREVIOUS, OpenPreviousFile},
+    {IDM_FILE_NEXT, OpenNextFile},
+    {IDM_KEY_PREVIOUS, PreviousFileByKey},
+    {IDM_KEY_NEXT, NextFileByKey},
+    {IDM_FILE_PRINT, Print},
+    {IDM_FILE_EXIT, ExitProgram},
+    {IDM_RECENT_FIRST, OpenRecentFile},
+    {IDM_EDIT_SELECT_ALL, SelectAll},
+    {IDM_SEARCH_GOTO, GotoPlace},
+    {IDM_VIEW_TEXT, ToTextMode},
+    {IDM_VIEW_HEX, ToHexMode},
+    {IDM_VIEW_REDISPLAY_ZIP, RedisplayZip},
+    {IDM_VIEW_LOCK, ToggleLock},
+    {IDM_OPTIONS_SAVE, SaveAllSettings},
+    {IDM_HELP_CONTENTS, HelpContents},
+    {IDM_HELP_KEYBOARD, HelpOnKeyboard},
+    {IDM_HELP_USING, HelpOnHelp},
+    {IDM_INTERNAL_CLOSE, CloseAndClear},
+    {IDM_INTERNAL_REOPEN, Reopen},
 };
 
 // All recent files are one command.
@@ -94,27 +215,13 @@ UINT RowOf(UINT id)
     return id >= IDM_RECENT_FIRST && id <= IDM_RECENT_LAST ? IDM_RECENT_FIRST : id;
 }
 
-bool IsPossible(const Command& command)
-{
-    switch (command.Needs) {
-    case CommandNeeds::File: return View.FileShown;
-    case CommandNeeds::Selection: return HasSelection();
-    default: return true;
-    }
-}
-
 } // namespace
-
-std::span<const Command> Commands()
-{
-    return Table;
-}
 
 LRESULT DispatchCommand(HWND mainWindow, UINT message, UINT id, LPARAM lParam)
 {
     for (const Command& command : Table) {
         if (command.Id == RowOf(id)) {
-            if (IsPossible(command)) {
+            if (IsCommandPossible(id)) {
                 command.Run(mainWindow, id);
             }
             return 0;

@@ -3,10 +3,13 @@
 #include "app/app_state.h"
 #include "app/commands.h"
 #include "app/frame_layout.h"
-#include "app/messages.h"
+#include "app/hand_over.h"
+#include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
 #include "app/settings_file.h"
+#include "app/walk_list.h"
+#include "base/messages.h"
 #include "base/text.h"
 #include "document/block_cache.h"
 #include "document/document.h"
@@ -191,6 +194,7 @@ void OnQueryOpen(HWND window)
     switch (ReopenFile(App.CurrentPath)) {
     case ReopenResult::CannotOpen:
         CloseDocument(); // before anything can be painted behind the box
+        SetListMenuState();
         ReportMessage(window, IDS_CANNOT_REOPEN);
         break;
     case ReopenResult::Changed:
@@ -228,18 +232,15 @@ void OnKeyDown(HWND window, WPARAM key)
     }
 }
 
-void OnDropFiles(HWND window, HDROP drop)
+void OnDropFiles(HWND window, WPARAM drop)
 {
-    char path[MaxPathSize] = "";
-    if (DragQueryFileA(drop, 0, path, sizeof path) != 0) {
-        OpenSequence(window, path);
-    }
+    OpenDropped(window, drop);
     if (IsIconic(window)) {
         ShowWindow(window, SW_RESTORE);
     } else {
         SetFocus(window);
     }
-    DragFinish(drop);
+    DragFinish(reinterpret_cast<HDROP>(drop));
 }
 
 void SetBusy(bool busy)
@@ -259,7 +260,7 @@ LRESULT OnSetCursor(HWND window, WPARAM wParam, LPARAM lParam)
 
 LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam)
 {
-    if (wParam == IDM_SYSTEM_MENU_BAR) {
+    if (wParam == IDM_SYSTEM_MENU_BAR || wParam == IDM_SYSTEM_SPARE) {
         return DispatchCommand(window, WM_SYSCOMMAND, static_cast<UINT>(wParam), lParam);
     }
     return DefWindowProcA(window, WM_SYSCOMMAND, wParam, lParam);
@@ -285,7 +286,9 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_COMMAND: return DispatchCommand(window, WM_COMMAND, LOWORD(wParam), lParam);
     case WM_SYSCOMMAND: return OnSystemCommand(window, wParam, lParam);
     case WM_MENUSELECT: return OnMenuSelect(wParam, lParam);
-    case WM_DROPFILES: OnDropFiles(window, reinterpret_cast<HDROP>(wParam)); return 0;
+    case WM_DROPFILES: OnDropFiles(window, wParam); return 0;
+    case WM_REMOTE_FILE: return OnRemoteFile(window, wParam == 0);
+    case WM_REMOTE_END: OnRemoteEnd(window); return 0;
     case WM_BUSY_START: SetBusy(true); return 0;
     case WM_BUSY_END: SetBusy(false); return 0;
     default: return DefWindowProcA(window, message, wParam, lParam);

@@ -4,23 +4,21 @@
 #include "document/document_state.h"
 #include "document/line_index.h"
 #include "resources/ids.h"
+#include "search/goto_target.h"
 #include "view/frame_windows.h"
+#include "view/lock_region.h"
 #include "view/screen_font.h"
 #include "view/view_state.h"
 #include "view/view_window.h"
 
 namespace {
 
-void DropLock()
-{
-    View.LockTopLine = View.LockRows = View.LockColStart = View.LockCols = 0;
-}
-
 void ForgetMatchAndSelection()
 {
     EndSelecting(Windows.View);
     View.HiliteLine = 0;
     View.HiliteLen = 0;
+    ForgetSearch();
     SetSelectionMenuState(false);
 }
 
@@ -38,7 +36,9 @@ void SwitchMode(bool hexMode)
     View.HexMode = hexMode;
     CheckCommand(IDM_VIEW_HEX, hexMode);
     CheckCommand(IDM_VIEW_TEXT, !hexMode);
-    DropLock();
+    ClearLock();
+    EnableLock(!hexMode && Document.IsText);
+    Goto.GotoText[0] = '\0';
     ForgetMatchAndSelection();
     View.TopLine = hexMode && Document.IsText ? HexRowOfLine(View.TopLine + 1) : 0;
     View.LeftColumn = 0;

@@ -2,10 +2,13 @@
 
 #include "app/app_state.h"
 #include "app/menu_state.h"
-#include "app/messages.h"
+#include "app/recent_menu.h"
+#include "base/messages.h"
 #include "base/text.h"
 #include "document/block_cache.h"
 #include "document/document_state.h"
+#include "files/build_file_list.h"
+#include "files/file_dialogs.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/paint_view.h"
@@ -83,7 +86,7 @@ void ShowDocument(HWND mainWindow)
         SubstituteScreenFont();
     }
     View.FileShown = true;
-    SetFileMenuState(true);
+    SetFileMenuState(true, App.CurrentPath);
     UpdateTitle(mainWindow);
     SendMessageA(mainWindow, WM_COMMAND, Document.IsText ? IDM_VIEW_TEXT : IDM_VIEW_HEX, 0);
     MeasureViewAnew();
@@ -103,7 +106,12 @@ void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
 
 } // namespace
 
-void OpenSequence(HWND mainWindow, const char* path)
+namespace {
+
+enum class Origin { Named, Dialog };
+
+// Opens the file at path, in place of the current document.
+bool OpenFileAt(HWND mainWindow, const char* path, Origin origin)
 {
     char full[MaxPathSize];
     QualifyPath(path, full);
@@ -118,11 +126,36 @@ void OpenSequence(HWND mainWindow, const char* path)
     const UINT failure = TryToOpen(full);
     if (failure != NoFailure) {
         ReportFailure(mainWindow, failure, title);
-        return;
+        return false;
     }
     CopyText(App.FileTitle, title);
     CharLowerA(App.CurrentPath);
     ShowDocument(mainWindow);
+    if (origin == Origin::Dialog) {
+        AddRecentFile(mainWindow);
+    }
+    return true;
+}
+
+} // namespace
+
+bool OpenSequence(HWND mainWindow, const char* path)
+{
+    char target[MaxPathSize] = "";
+    if (path == nullptr) {
+        if (!ShowOpenDialog(mainWindow, AppOptions.FilterSpec, target)) {
+            return false;
+        }
+    } else {
+        CopyText(target, path);
+        if (HasWildcards(target)) {
+            BuildFileList(mainWindow, target);
+        }
+    }
+    const bool opened =
+        target[0] != '\0' && OpenFileAt(mainWindow, target, path == nullptr ? Origin::Dialog : Origin::Named);
+    SetListMenuState();
+    return opened;
 }
 
 void CloseDocument()
@@ -138,7 +171,7 @@ void CloseDocument()
     ForgetMeasuredLine();
     TakePendingLock();
     UpdateTitle(Windows.Main);
-    SetFileMenuState(false);
+    SetFileMenuState(false, "");
 }
 
 void UpdateTitle(HWND mainWindow)

@@ -4,12 +4,15 @@
 #include "app/frame_window.h"
 #include "app/menu_state.h"
 #include "app/settings_file.h"
+#include "app/walk_list.h"
 #include "app/window_classes.h"
 #include "app/window_placement.h"
 #include "base/text.h"
 #include "document/document_state.h"
+#include "files/associations.h"
 #include "view/frame_windows.h"
 #include "view/status_window.h"
+#include "view/view_state.h"
 #include "view/view_window.h"
 
 #include <cstring>
@@ -47,9 +50,12 @@ int ShowCommand()
     return info.wShowWindow == SW_HIDE && !given ? SW_SHOWNORMAL : info.wShowWindow;
 }
 
-bool ShowNoFileList()
+ProgramKind CurrentProgram()
 {
-    return false;
+    if (App.Launch == LaunchMode::Program) {
+        return ProgramKind::OfWindows;
+    }
+    return View.FileShown && App.Info.FileType == DosProgram ? ProgramKind::OfDos : ProgramKind::None;
 }
 
 void WireRooms()
@@ -57,7 +63,8 @@ void WireRooms()
     DocumentCalls.AnnounceReading = AnnounceReading;
     DocumentCalls.ReadBufferCount = ReadBufferCount;
     ViewCalls.SelectionChanged = SetSelectionMenuState;
-    ViewCalls.ShowFileList = ShowNoFileList;
+    ViewCalls.ShowFileList = RunSelectList;
+    ViewCalls.CurrentProgram = CurrentProgram;
 }
 
 void LoadCursors()
@@ -108,6 +115,7 @@ void StartProgram(HINSTANCE instance, HINSTANCE previousInstance, const char* co
         showCommand = SW_SHOWMAXIMIZED;
     }
     LoadSettings();
+    BuildAssociations();
     LoadCursors();
     CreateFrame(placement);
     if (Windows.Main == nullptr) {

@@ -22,3 +22,13 @@ template <std::size_t Size> void AppendText(char (&destination)[Size], const cha
 {
     AppendText(destination, Size, source);
 }
+
+// Where the directory of path ends: before its last backslash or behind its last colon. The very first
+// character is not looked at. Without either the directory is empty.
+std::size_t DirectoryEnd(const char* path);
+
+// What follows the directory that ends at end.
+const char* NameBehind(const char* path, std::size_t end);
+
+// The extension of path's name with its dot; empty when the name has no dot.
+const char* ExtensionOf(const char* path);

@@ -2,6 +2,7 @@
 
 #include "document/block_cache.h"
 #include "document/document_state.h"
+#include "document/identify.h"
 #include "document/line_index.h"
 #include "document/port.h"
 
@@ -9,14 +10,6 @@
 #include <cstring>
 
 namespace {
-
-void IdentifyFile(const FileStatus& status, FileInfo& info)
-{
-    info = FileInfo{};
-    info.Size = status.Size;
-    info.Time = status.Time;
-    info.Attributes = status.Attributes;
-}
 
 // Block 1 of a file over the text limit is loaded by way of the cache: the zero-filled working buffer is
 // parked as block 2 on the way, so block 2 of such a file reads as zero bytes until its cache slot goes
@@ -83,8 +76,9 @@ OpenResult OpenDocument(const char* path, FileInfo& info)
     }
     Document.FileSize = status.Size;
     Document.FileTime = status.Time;
+    ClearDetails();
     MeasureContent();
-    IdentifyFile(status, info);
+    IdentifyFile(Document.FileHandle, path, info);
     if (info.ZipDirOffset != 0 || info.FileType > 0) {
         Document.IsText = false;
     }

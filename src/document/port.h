@@ -1,5 +1,5 @@
 // What the document needs of the system: memory objects that the system may take back while they are
-// parked, and reading one file. port_windows.cpp answers with global memory and the _lopen family;
+// parked, and reading files. port_windows.cpp answers with global memory and the _lopen family;
 // the native tests answer with malloc and stdio, and can make each call fail.
 #pragma once
 
@@ -39,3 +39,19 @@ struct FileStatus {
 // False when the status cannot be read or the size does not fit 31 bits: a file that large has no
 // position that the document could express, and is refused rather than shown as something else.
 bool GetFileStatus(const char* path, FileStatus& status);
+
+// All of a file's bytes, read-only, until UnmapFile; Bytes is nullptr when the file cannot be opened or has
+// no bytes.
+struct MappedFile {
+    const std::uint8_t* Bytes;
+    std::size_t Size;
+};
+
+MappedFile MapWholeFile(const char* path);
+void UnmapFile(const MappedFile& mapped);
+
+// A zero-terminated UTF-16 text in the system's code page, cut to size bytes.
+void ToAnsiText(const char16_t* text, char* ansi, std::size_t size);
+
+// The language that texts are best shown in (a Windows language number).
+std::uint16_t UserLanguage();

@@ -1,5 +1,7 @@
 #include "document/port.h"
 
+#include "base/text.h"
+
 #include <windows.h>
 
 MemoryHandle AllocateMemory(std::size_t bytes)
@@ -112,4 +114,44 @@ bool GetFileStatus(const char* path, FileStatus& status)
     status.Time = SecondsSince1970(data.ftLastWriteTime);
     status.Attributes = static_cast<std::uint16_t>(data.dwFileAttributes & DosBits);
     return true;
+}
+
+MappedFile MapWholeFile(const char* path)
+{
+    MappedFile mapped = {nullptr, 0};
+    const HANDLE file =
+        CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return mapped;
+    }
+    const DWORD size = GetFileSize(file, nullptr);
+    const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    if (mapping != nullptr) {
+        // The view holds the file: both handles can go.
+        mapped.Bytes = static_cast<const std::uint8_t*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, size));
+        mapped.Size = mapped.Bytes != nullptr ? size : 0;
+        CloseHandle(mapping);
+    }
+    CloseHandle(file);
+    return mapped;
+}
+
+void UnmapFile(const MappedFile& mapped)
+{
+    if (mapped.Bytes != nullptr) {
+        UnmapViewOfFile(mapped.Bytes);
+    }
+}
+
+void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)
+{
+    char whole[512]; // more than any text that is converted here
+    const int bytes = WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<const wchar_t*>(text), -1, whole, sizeof whole,
+                                          nullptr, nullptr);
+    CopyText(ansi, size, bytes > 0 ? whole : "");
+}
+
+std::uint16_t UserLanguage()
+{
+    return GetUserDefaultLangID();
 }

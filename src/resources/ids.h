@@ -15,6 +15,7 @@
 
 // System menu.
 #define IDM_SYSTEM_MENU_BAR 100
+#define IDM_SYSTEM_SPARE 101 // no item of the program's own sends it
 
 // File menu. The two IDM_KEY_ commands are what Ctrl+PgUp and Ctrl+PgDn send: unlike the menu items
 // they can arrive while there is no previous or next file, and then beep.
@@ -75,6 +76,20 @@
 #define IDM_INTERNAL_CLOSE 300
 #define IDM_INTERNAL_REOPEN 301
 
+// The SELECTLIST dialog.
+#define IDC_SELECT_FILES 600
+#define IDC_SELECT_PATH 601
+#define IDC_SELECT_TYPE 602
+#define IDC_SELECT_CHANGED 603
+#define IDC_SELECT_SIZE 604
+#define IDC_SELECT_ATTRIBUTES 605
+#define IDC_SELECT_DETAILS 606
+#define IDC_SELECT_SEPARATOR 607
+
+// The GOTO dialog.
+#define IDC_GOTO_PROMPT 380
+#define IDC_GOTO_TEXT 381
+
 // Strings: help of the system menu and of the menu bar's popups, shown while a popup is open.
 #define IDS_HELP_SYSTEM_MENU 1
 #define IDS_HELP_FILE_MENU 2
@@ -93,6 +108,7 @@
 #define IDS_HELP_SYSTEM_CLOSE 15
 #define IDS_HELP_TASK_LIST 16
 #define IDS_HELP_MENU_BAR 17
+#define IDS_HELP_SPARE 18 // has no text
 
 // Strings: help of the menu commands, each its command id less this offset (220 Open is string 20).
 #define IDS_COMMAND_HELP_OFFSET 200

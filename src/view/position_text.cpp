@@ -1,7 +1,9 @@
 #include "view/position_text.h"
 
 #include "base/format.h"
+#include "base/text.h"
 #include "document/document_state.h"
+#include "document/file_list.h"
 #include "view/view_state.h"
 
 #include <algorithm>
@@ -33,7 +35,7 @@ std::int32_t PositionPercent()
     return static_cast<std::int32_t>(std::min<std::int64_t>(percent, 100));
 }
 
-void FormatPosition(const char* lineFormat, char (&text)[StatusTextSize])
+void FormatPosition(const PositionFormats& formats, char (&text)[StatusTextSize])
 {
     text[0] = '\0';
     if (!View.FileShown) {
@@ -41,10 +43,16 @@ void FormatPosition(const char* lineFormat, char (&text)[StatusTextSize])
     }
     char line[GroupedSize];
     FormatGrouped(View.TopLine + 1, line);
-    // The format is a text of this program's own string table.
+    // The formats are texts of this program's own string table.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    snprintf(text, sizeof text, lineFormat, line, static_cast<int>(View.LeftColumn + 1),
+    snprintf(text, sizeof text, formats.Line, line, static_cast<int>(View.LeftColumn + 1),
              static_cast<int>(PositionPercent()));
+    if (FileList.ListTotal > 0) {
+        char file[StatusTextSize];
+        snprintf(file, sizeof file, formats.File, static_cast<int>(FileList.ListPosition),
+                 static_cast<int>(FileList.ListTotal));
+        AppendText(text, file);
+    }
 #pragma GCC diagnostic pop
 }

@@ -9,6 +9,10 @@ constexpr std::size_t StatusTextSize = 80;
 // How far the last row on screen is into the document, 0..100.
 std::int32_t PositionPercent();
 
-// The position text: lineFormat ("Line %s Col %i  %i%%") with the top line, column and percentage. In
-// hex mode "Line" counts hex rows. Empty when no file is shown.
-void FormatPosition(const char* lineFormat, char (&text)[StatusTextSize]);
+struct PositionFormats {
+    char Line[30] = ""; // "Line %s Col %i  %i%%": top line, column, percentage
+    char File[30] = ""; // "  [File %i of %i]": appended while a list of files is walked
+};
+
+// The position text. In hex mode "Line" counts hex rows. Empty when no file is shown.
+void FormatPosition(const PositionFormats& formats, char (&text)[StatusTextSize]);

@@ -6,13 +6,16 @@
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/gdi_holders.h"
+#include "view/menu_help.h"
 #include "view/palette.h"
 #include "view/position_text.h"
 #include "view/scroll.h"
 #include "view/view_state.h"
+#include "view/view_window.h"
 
 #include <cstdio>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -25,7 +28,7 @@ struct StatusState {
     int StatusTextX = 0;
     int StatusWidth = 0; // client size
     int StatusHeightNow = 0;
-    char LineFormat[30] = "";
+    PositionFormats Formats;
 };
 
 StatusState Status;
@@ -117,7 +120,7 @@ LRESULT OnErase(HWND window, HDC dc)
 void OnShowPosition(HWND window)
 {
     Status.ReadingShown = false;
-    FormatPosition(Status.LineFormat, Status.StatusText);
+    FormatPosition(Status.Formats, Status.StatusText);
     ShowText(window);
 }
 
@@ -129,6 +132,30 @@ void OnShowString(HWND window, UINT id)
     Status.ReadingShown = id == IDS_READING;
     if (Status.ReadingShown) {
         PostMessageA(window, WM_SHOW_POSITION, 0, 0); // when the reading is over
+    }
+}
+
+// The help text of a popup: those of the menu bar by their place, and the system menu.
+UINT PopupHelp(HMENU menu, UINT item, UINT flags)
+{
+    constexpr UINT PopupStrings[] = {IDS_HELP_FILE_MENU, IDS_HELP_EDIT_MENU,    IDS_HELP_SEARCH_MENU,
+                                     IDS_HELP_VIEW_MENU, IDS_HELP_OPTIONS_MENU, IDS_HELP_HELP_MENU};
+    if ((flags & MF_SYSMENU) != 0) {
+        return IDS_HELP_SYSTEM_MENU;
+    }
+    return menu == Windows.MainMenu && item < std::size(PopupStrings) ? PopupStrings[item] : 0;
+}
+
+void OnMenuSelect(HWND window, WPARAM wParam, LPARAM lParam)
+{
+    const UINT item = LOWORD(wParam);
+    const UINT flags = HIWORD(wParam);
+    if (flags == 0xFFFF) {
+        OnShowPosition(window); // the menu is closed
+    } else if ((flags & MF_POPUP) != 0) {
+        OnShowString(window, PopupHelp(reinterpret_cast<HMENU>(lParam), item, flags));
+    } else {
+        OnShowString(window, CommandHelp(item, ViewCalls.CurrentProgram()));
     }
 }
 
@@ -240,7 +267,8 @@ LRESULT CALLBACK StatusWndProc(HWND window, UINT message, WPARAM wParam, LPARAM 
 {
     switch (message) {
     case WM_CREATE:
-        LoadStringA(Windows.Instance, IDS_LINE_FORMAT, Status.LineFormat, sizeof Status.LineFormat);
+        LoadStringA(Windows.Instance, IDS_LINE_FORMAT, Status.Formats.Line, sizeof Status.Formats.Line);
+        LoadStringA(Windows.Instance, IDS_FILE_FORMAT, Status.Formats.File, sizeof Status.Formats.File);
         return 0;
     case WM_DESTROY:
         DeleteObject(Status.StatusFont);
@@ -252,6 +280,7 @@ LRESULT CALLBACK StatusWndProc(HWND window, UINT message, WPARAM wParam, LPARAM 
         return 0;
     case WM_ERASEBKGND: return OnErase(window, reinterpret_cast<HDC>(wParam));
     case WM_PAINT: OnPaint(window); return 0;
+    case WM_MENUSELECT: OnMenuSelect(window, wParam, lParam); return 0;
     case WM_SHOW_POSITION: OnShowPosition(window); return 0;
     case WM_SHOW_STRING: OnShowString(window, static_cast<UINT>(wParam)); return 0;
     default: return DefWindowProcA(window, message, wParam, lParam);

@@ -1,6 +1,8 @@
 // The view window: scrolling, selecting, mouse.
 #pragma once
 
+#include "view/menu_help.h"
+
 #include <cstdint>
 #include <windows.h>
 
@@ -8,6 +10,7 @@
 struct ViewHooks {
     void (*SelectionChanged)(bool hasSelection); // commands that need a selection follow
     bool (*ShowFileList)();                      // false: there is no list to show
+    ProgramKind (*CurrentProgram)();             // whether the file is itself a program
 };
 
 extern ViewHooks ViewCalls;

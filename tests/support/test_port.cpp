@@ -33,6 +33,7 @@ struct PortState {
     int FilesOpened = 0;
     int LiveObjects = 0;
     int Misuses = 0;
+    std::uint16_t UserLanguage = 0x0409;
 };
 
 PortState Port;
@@ -208,6 +209,42 @@ bool GetFileStatus(const char* path, FileStatus& status)
     return true;
 }
 
+// A copy of just the file's bytes, so that reading beyond them is an error a sanitizer sees.
+MappedFile MapWholeFile(const char* path)
+{
+    const int file = OpenForReading(path);
+    FileStatus status;
+    if (file == 0) {
+        return {nullptr, 0};
+    }
+    std::uint8_t* bytes = nullptr;
+    if (GetFileStatus(path, status) && status.Size > 0) {
+        bytes = static_cast<std::uint8_t*>(malloc(static_cast<std::size_t>(status.Size)));
+        status.Size = ReadFileAt(file, 0, bytes, status.Size);
+    }
+    CloseOpenFile(file);
+    return {bytes, bytes != nullptr ? static_cast<std::size_t>(status.Size) : 0};
+}
+
+void UnmapFile(const MappedFile& mapped)
+{
+    free(const_cast<std::uint8_t*>(mapped.Bytes));
+}
+
+void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)
+{
+    std::size_t length = 0;
+    for (; text[length] != 0 && length < size - 1; ++length) {
+        ansi[length] = text[length] < 256 ? static_cast<char>(text[length]) : '?';
+    }
+    ansi[length] = '\0';
+}
+
+std::uint16_t UserLanguage()
+{
+    return Port.UserLanguage;
+}
+
 namespace TestPort {
 
 void Reset()
@@ -230,6 +267,11 @@ TestFile& AddFile(const std::string& path, Bytes content)
 void RemoveFile(const std::string& path)
 {
     Port.Files.erase(path);
+}
+
+void SetUserLanguage(std::uint16_t language)
+{
+    Port.UserLanguage = language;
 }
 
 void FailAllocation(int number)

@@ -34,6 +34,8 @@ TestFile& AddFile(const std::string& path, Bytes content);
 // The file vanishes: it cannot be opened, and what has it open reads nothing.
 void RemoveFile(const std::string& path);
 
+void SetUserLanguage(std::uint16_t language);
+
 // The number-th allocation from now on fails, once; 0 = none.
 void FailAllocation(int number);
 void FailAllAllocations(bool fail);

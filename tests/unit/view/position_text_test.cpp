@@ -1,6 +1,7 @@
 #include "view/position_text.h"
 
 #include "document/document_state.h"
+#include "document/file_list.h"
 #include "view/view_state.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +10,7 @@
 
 namespace {
 
-constexpr char LineFormat[] = "Line %s Col %i  %i%%";
+constexpr PositionFormats Formats = {"Line %s Col %i  %i%%", "  [File %i of %i]"};
 
 class PositionText : public testing::Test {
 protected:
@@ -27,12 +28,13 @@ protected:
     {
         View = ViewState{};
         Document = DocumentState{};
+        ClearFileList();
     }
 
     static std::string Text()
     {
         char text[StatusTextSize];
-        FormatPosition(LineFormat, text);
+        FormatPosition(Formats, text);
         return text;
     }
 
@@ -73,6 +75,19 @@ TEST_F(PositionText, HexModeCountsRows)
     Document.FileSize = 160000;
     View.TopLine = 4979;
     EXPECT_EQ(Text(), "Line 4,980 Col 1  50%");
+}
+
+TEST_F(PositionText, NamesTheFileWhileAListIsWalked)
+{
+    FileList.ListTotal = 12;
+    FileList.ListPosition = 3;
+    EXPECT_EQ(Text(), "Line 1 Col 1  2%  [File 3 of 12]");
+}
+
+TEST_F(PositionText, WithoutAListNoFileIsNumbered)
+{
+    FileList.ListPosition = 1; // as after a wildcard that matched one file
+    EXPECT_EQ(Text(), "Line 1 Col 1  2%");
 }
 
 TEST_F(PositionText, LongestTextFits)

@@ -1,4 +1,4 @@
-#include "app/messages.h"
+#include "base/messages.h"
 
 #include "app/app_state.h"
 #include "app/open_sequence.h"

@@ -50,7 +50,7 @@ protected:
     ViewWindow() : HooksBefore(ViewCalls)
     {
         SelectionChangedBefore = ViewCalls.SelectionChanged;
-        ViewCalls = {NoteSelectionChange, NoteFileList};
+        ViewCalls = {NoteSelectionChange, NoteFileList, nullptr};
         SelectionChanges.clear();
         FileListsShown = 0;
         SetWindowPos(Windows.Main, nullptr, 100, 50, 800, 600, SWP_NOZORDER | SWP_NOACTIVATE);

@@ -1,8 +1,6 @@
-#include "app/messages.h"
+#include "base/messages.h"
 
-#include "app/app_state.h"
 #include "base/text.h"
-#include "view/frame_windows.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -18,7 +16,7 @@ char MessageText[MessageLength + MaxPathSize];
 void FormatMessageText(UINT stringId, va_list arguments)
 {
     char format[MessageLength];
-    if (LoadStringA(Windows.Instance, stringId, format, sizeof format) == 0) {
+    if (LoadStringA(GetModuleHandleA(nullptr), stringId, format, sizeof format) == 0) {
         format[0] = '\0';
     }
     // The formats are the program's own string table.

@@ -1,0 +1,23 @@
+// Filling the file list, with what the user is told about it.
+#pragma once
+
+#include "base/text.h"
+#include "document/file_list.h"
+
+#include <windows.h>
+
+// Appends a file in lower case; with an empty name, directory is the whole path. Tells owner, if there is
+// one, when the list is full or becomes so: once for each file that does not fit.
+void AddFileToList(HWND owner, const char* directory, const char* name);
+
+// Whether path is a wildcard specification.
+bool HasWildcards(const char* path);
+
+// Appends the files that a wildcard specification matches, in the order in which the file system has them:
+// ordinary files only, no directories, hidden or system ones. Returns how many there are.
+int AddMatchesToList(HWND owner, const char* specification);
+
+// Makes the files that a wildcard specification matches the list that is walked. The specification becomes
+// the path of the first one; when there is none, owner is told and it becomes empty. One file alone makes
+// no list.
+void BuildFileList(HWND owner, char (&specification)[MaxPathSize]);

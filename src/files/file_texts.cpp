@@ -1,0 +1,63 @@
+#include "files/file_texts.h"
+
+#include "base/text.h"
+#include "files/associations.h"
+#include "resources/ids.h"
+
+#include <windows.h>
+
+namespace {
+
+template <std::size_t Size> void LoadText(UINT id, char (&text)[Size])
+{
+    text[0] = '\0';
+    LoadStringA(GetModuleHandleA(nullptr), id, text, Size);
+}
+
+AttributeWords LoadAttributeWords()
+{
+    AttributeWords words;
+    LoadText(IDS_ATTRIBUTE_READ_ONLY, words.ReadOnly);
+    LoadText(IDS_ATTRIBUTE_ARCHIVE, words.Archive);
+    LoadText(IDS_ATTRIBUTE_SYSTEM, words.System);
+    LoadText(IDS_ATTRIBUTE_HIDDEN, words.Hidden);
+    return words;
+}
+
+// By the rules for summer time of that day, not of today.
+SYSTEMTIME LocalTimeOf(std::int32_t secondsSince1970)
+{
+    constexpr std::uint64_t TicksPerSecond = 10000000;
+    constexpr std::uint64_t SecondsFrom1601To1970 = 11644473600;
+    const std::uint64_t ticks = (static_cast<std::uint64_t>(secondsSince1970) + SecondsFrom1601To1970) * TicksPerSecond;
+    const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
+    SYSTEMTIME utc = {};
+    SYSTEMTIME local = {};
+    FileTimeToSystemTime(&time, &utc);
+    return SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local) ? local : utc;
+}
+
+} // namespace
+
+void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize])
+{
+    static const AttributeWords words = LoadAttributeWords();
+    FormatAttributes(info.Attributes, words, text);
+}
+
+void ModificationText(const FileInfo& info, char (&text)[FileDateSize])
+{
+    const SYSTEMTIME time = LocalTimeOf(info.Time);
+    FormatFileDate({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute}, Intl, text);
+}
+
+bool TypeText(const FileInfo& info, const char* path, char (&text)[TypeTextSize])
+{
+    if (info.FileType != NotRecognised) {
+        LoadText(static_cast<UINT>(IDS_FILE_TYPE + info.FileType), text);
+        return true;
+    }
+    text[0] = '\0';
+    const char* const extension = ExtensionOf(path);
+    return extension[0] != '\0' && LookupAssociation(extension + 1, text);
+}

@@ -1,0 +1,31 @@
+#include "files/import_list.h"
+
+#include "base/text.h"
+#include "document/identify.h"
+
+namespace {
+
+void AddName(void* list, const char* name)
+{
+    SendMessageA(static_cast<HWND>(list), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name));
+}
+
+void AddModuleName(void* list, const char* name)
+{
+    char file[ImportNameSize];
+    CopyText(file, name);
+    CharLowerA(file);
+    AppendText(file, ".dll");
+    const LPARAM text = reinterpret_cast<LPARAM>(file);
+    if (SendMessageA(static_cast<HWND>(list), LB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), text) == LB_ERR) {
+        AddName(list, file);
+    }
+}
+
+} // namespace
+
+void FillImportList(HWND dialog, int listBox, const char* path, const FileInfo& info)
+{
+    const bool is32Bit = info.FileType == Windows32Program || info.FileType == Windows32Dll;
+    ListImports(path, info, ImportSink{is32Bit ? AddName : AddModuleName, GetDlgItem(dialog, listBox)});
+}

@@ -1,0 +1,181 @@
+#include "files/select_list.h"
+
+#include "base/format.h"
+#include "document/file_list.h"
+#include "document/identify.h"
+#include "document/port.h"
+#include "files/file_texts.h"
+#include "resources/ids.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+bool DetailsShown = false; // for the rest of the run
+
+// The dialog as its resource lays it out, and as it is without the details, in pixels.
+struct DialogSizes {
+    int Width = 0;
+    int FullHeight = 0;
+    int CollapsedHeight = 0;
+};
+
+DialogSizes Sizes;
+
+void MeasureDialog(HWND dialog)
+{
+    RECT whole;
+    RECT separator;
+    GetWindowRect(dialog, &whole);
+    GetWindowRect(GetDlgItem(dialog, IDC_SELECT_SEPARATOR), &separator);
+    Sizes.Width = whole.right - whole.left;
+    Sizes.FullHeight = whole.bottom - whole.top;
+    Sizes.CollapsedHeight = separator.top - whole.top;
+}
+
+// Controls that are out of sight must not be reached by key either; the details are but texts.
+void FollowDetailsShown(HWND dialog)
+{
+    char label[20] = "";
+    LoadStringA(GetModuleHandleA(nullptr), DetailsShown ? IDS_DETAILS_HIDE : IDS_DETAILS_SHOW, label, sizeof label);
+    SetDlgItemTextA(dialog, IDC_SELECT_DETAILS, label);
+    SetWindowPos(dialog, nullptr, 0, 0, Sizes.Width, DetailsShown ? Sizes.FullHeight : Sizes.CollapsedHeight,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// From 0; LB_ERR when nothing is selected.
+int SelectedIndex(HWND dialog)
+{
+    return static_cast<int>(SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_GETCURSEL, 0, 0));
+}
+
+void ShowDirectory(HWND dialog, std::int32_t position)
+{
+    char directory[MaxPathSize];
+    char name[MaxPathSize];
+    GetListEntry(position, directory, name);
+    const std::size_t length = strnlen(directory, sizeof directory);
+    if (length > 0 && directory[length - 1] == ':') {
+        AppendText(directory, "\\");
+    }
+    SetDlgItemTextA(dialog, IDC_SELECT_PATH, directory);
+}
+
+void ShowFileDetails(HWND dialog, const char* path, const FileInfo& info)
+{
+    char type[TypeTextSize];
+    SetDlgItemTextA(dialog, IDC_SELECT_TYPE, TypeText(info, path, type) ? type : "Unknown");
+    char changed[FileDateSize];
+    ModificationText(info, changed);
+    SetDlgItemTextA(dialog, IDC_SELECT_CHANGED, changed);
+    char number[GroupedSize];
+    FormatGrouped(info.Size, number);
+    char size[GroupedSize + sizeof " bytes"];
+    snprintf(size, sizeof size, "%s bytes", number);
+    SetDlgItemTextA(dialog, IDC_SELECT_SIZE, size);
+    char attributes[AttributeTextSize];
+    AttributeText(info, attributes);
+    SetDlgItemTextA(dialog, IDC_SELECT_ATTRIBUTES, attributes);
+}
+
+void FillDetails(HWND dialog)
+{
+    const std::int32_t position = SelectedIndex(dialog) + 1;
+    ShowDirectory(dialog, position);
+    char path[MaxPathSize];
+    GetListEntry(position, path);
+    const int file = OpenForReading(path);
+    if (file == 0) {
+        for (int field : {IDC_SELECT_TYPE, IDC_SELECT_CHANGED, IDC_SELECT_SIZE, IDC_SELECT_ATTRIBUTES}) {
+            SetDlgItemTextA(dialog, field, "");
+        }
+        return;
+    }
+    FileInfo info;
+    IdentifyFile(file, path, info);
+    CloseOpenFile(file);
+    ShowFileDetails(dialog, path, info);
+}
+
+void FillNames(HWND dialog)
+{
+    for (std::int32_t position = 1; position <= FileListSize(); ++position) {
+        char directory[MaxPathSize];
+        char name[MaxPathSize];
+        GetListEntry(position, directory, name);
+        SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name));
+    }
+}
+
+void OnInit(HWND dialog)
+{
+    FillNames(dialog);
+    MeasureDialog(dialog);
+    FollowDetailsShown(dialog);
+    const WPARAM current = static_cast<WPARAM>(FileList.ListPosition + FileList.ListAdjust - 1);
+    SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_SETCURSEL, current, 0);
+    SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_SETTOPINDEX, current, 0);
+    if (DetailsShown) {
+        FillDetails(dialog);
+    }
+}
+
+// The list may have been replaced meanwhile by names from another process: then there is nothing to view.
+void OnView(HWND dialog)
+{
+    const int index = SelectedIndex(dialog);
+    if (index < 0 || index >= FileListSize()) {
+        MessageBeep(0);
+        return;
+    }
+    WalkFileList(index + 1);
+    EndDialog(dialog, 1);
+}
+
+void OnToggleDetails(HWND dialog)
+{
+    DetailsShown = !DetailsShown;
+    FollowDetailsShown(dialog);
+    if (DetailsShown) {
+        FillDetails(dialog);
+    }
+    SetFocus(GetDlgItem(dialog, IDC_SELECT_FILES));
+}
+
+void OnListNotice(HWND dialog, int notice)
+{
+    if (notice == LBN_DBLCLK) {
+        OnView(dialog);
+    } else if (notice == LBN_SELCHANGE && DetailsShown) {
+        FillDetails(dialog);
+    }
+}
+
+INT_PTR OnCommand(HWND dialog, int id, int notice)
+{
+    switch (id) {
+    case IDOK: OnView(dialog); return TRUE;
+    case IDCANCEL: EndDialog(dialog, 0); return TRUE;
+    case IDC_SELECT_DETAILS: OnToggleDetails(dialog); return TRUE;
+    case IDC_SELECT_FILES: OnListNotice(dialog, notice); return TRUE;
+    default: return FALSE;
+    }
+}
+
+INT_PTR CALLBACK SelectListDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+{
+    switch (message) {
+    case WM_INITDIALOG: OnInit(dialog); return TRUE;
+    case WM_COMMAND: return OnCommand(dialog, LOWORD(wParam), HIWORD(wParam));
+    default: return FALSE;
+    }
+}
+
+} // namespace
+
+bool ChooseFromFileList(HWND owner, char (&path)[MaxPathSize])
+{
+    return DialogBoxParamA(GetModuleHandleA(nullptr), "SELECTLIST", owner, SelectListDlgProc, 0) == 1 &&
+           GetListEntry(FileList.ListPosition, path);
+}
