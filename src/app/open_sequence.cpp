@@ -37,12 +37,6 @@ void QualifyPath(const char* path, char (&full)[MaxPathSize])
     }
 }
 
-const char* NamePart(const char* path)
-{
-    const char* const backslash = strrchr(path, '\\');
-    return backslash != nullptr ? backslash + 1 : path;
-}
-
 // The heading lock of the command line, within what a view can show. It holds for the first document.
 void TakePendingLock()
 {

@@ -33,9 +33,14 @@ const char* NameBehind(const char* path, std::size_t end)
     return path[end] == '\\' && end > 0 ? path + end + 1 : path + end;
 }
 
+const char* NamePart(const char* path)
+{
+    return NameBehind(path, DirectoryEnd(path));
+}
+
 const char* ExtensionOf(const char* path)
 {
-    const char* const name = NameBehind(path, DirectoryEnd(path));
+    const char* const name = NamePart(path);
     const char* const dot = strrchr(name, '.');
     return dot != nullptr ? dot : name + strlen(name);
 }

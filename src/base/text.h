@@ -30,5 +30,8 @@ std::size_t DirectoryEnd(const char* path);
 // What follows the directory that ends at end.
 const char* NameBehind(const char* path, std::size_t end);
 
+// The name that follows path's directory.
+const char* NamePart(const char* path);
+
 // The extension of path's name with its dot; empty when the name has no dot.
 const char* ExtensionOf(const char* path);

@@ -1,5 +1,6 @@
 #include "document/port.h"
 
+#include "base/file_time.h"
 #include "base/text.h"
 
 #include <windows.h>
@@ -87,14 +88,7 @@ namespace {
 
 std::int32_t SecondsSince1970(const FILETIME& time)
 {
-    constexpr std::uint64_t TicksPerSecond = 10000000;
-    constexpr std::uint64_t SecondsFrom1601To1970 = 11644473600;
-    const std::uint64_t ticks = (static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
-    const std::uint64_t seconds = ticks / TicksPerSecond;
-    const std::int64_t since1970 =
-        static_cast<std::int64_t>(seconds) - static_cast<std::int64_t>(SecondsFrom1601To1970);
-    // A time that does not fit counts as negative, and negative times as 0.
-    return since1970 < 0 || since1970 > INT32_MAX ? 0 : static_cast<std::int32_t>(since1970);
+    return SecondsOfTicks((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
 }
 
 } // namespace

@@ -42,9 +42,8 @@ void ListShownFiles(HWND files, const char* path)
 void OnFileChosen(HWND files, const char* path)
 {
     ClearFileList();
-    const char* const title = NameBehind(path, DirectoryEnd(path));
     const LRESULT index =
-        SendMessageA(files, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(title));
+        SendMessageA(files, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(NamePart(path)));
     if (index == LB_ERR) {
         return;
     }

@@ -1,5 +1,6 @@
 #include "files/file_texts.h"
 
+#include "base/file_time.h"
 #include "base/text.h"
 #include "files/associations.h"
 #include "resources/ids.h"
@@ -27,9 +28,7 @@ AttributeWords LoadAttributeWords()
 // By the rules for summer time of that day, not of today.
 SYSTEMTIME LocalTimeOf(std::int32_t secondsSince1970)
 {
-    constexpr std::uint64_t TicksPerSecond = 10000000;
-    constexpr std::uint64_t SecondsFrom1601To1970 = 11644473600;
-    const std::uint64_t ticks = (static_cast<std::uint64_t>(secondsSince1970) + SecondsFrom1601To1970) * TicksPerSecond;
+    const std::uint64_t ticks = TicksOfSeconds(secondsSince1970);
     const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
     SYSTEMTIME utc = {};
     SYSTEMTIME local = {};
