@@ -4,7 +4,6 @@
 #include "app/menu_state.h"
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
-#include "app/recent_menu.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
 #include "base/messages.h"
@@ -65,6 +64,16 @@ void Print(HWND mainWindow, UINT)
 void ExitProgram(HWND mainWindow, UINT)
 {
     SendMessageA(mainWindow, WM_CLOSE, 0, 0);
+}
+
+void OpenRecentFile(HWND mainWindow, UINT id)
+{
+    const int entry = static_cast<int>(id - IDM_RECENT_FIRST);
+    if (entry < App.Recent.Count) {
+        ClearFileList();
+        OpenSequence(mainWindow, App.Recent.Paths[entry]);
+        RefreshStatus();
+    }
 }
 
 void SelectAll(HWND, UINT)

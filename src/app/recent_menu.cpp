@@ -1,8 +1,6 @@
 #include "app/recent_menu.h"
 
 #include "app/app_state.h"
-#include "app/open_sequence.h"
-#include "document/file_list.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 
@@ -24,15 +22,5 @@ void AddRecentFile(HWND mainWindow)
 {
     if (AddRecentPath(App.Recent, App.CurrentPath)) {
         BuildRecentMenu(mainWindow);
-    }
-}
-
-void OpenRecentFile(HWND mainWindow, UINT id)
-{
-    const int entry = static_cast<int>(id - IDM_RECENT_FIRST);
-    if (entry < App.Recent.Count) {
-        ClearFileList();
-        OpenSequence(mainWindow, App.Recent.Paths[entry]);
-        RefreshStatus();
     }
 }

@@ -7,6 +7,3 @@ void BuildRecentMenu(HWND mainWindow);
 
 // The current file has been opened through the Open dialog: it becomes the newest entry, unless it is there.
 void AddRecentFile(HWND mainWindow);
-
-// Opens the entry that id, one of the recent files' ids, stands for.
-void OpenRecentFile(HWND mainWindow, UINT id);

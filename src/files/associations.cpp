@@ -35,7 +35,8 @@ void AddRegisteredExtension(const char* name)
 void ReadRegisteredExtensions()
 {
     char name[KeyNameSize];
-    for (DWORD i = 0;; ++i) {
+    // Most registries hold thousands of keys, and far more extensions than the table.
+    for (DWORD i = 0; AssocTable.ExtensionCount < MaxExtensions; ++i) {
         const LONG result = RegEnumKeyA(HKEY_CLASSES_ROOT, i, name, sizeof name);
         if (result == ERROR_MORE_DATA) {
             continue; // far too long for an extension
