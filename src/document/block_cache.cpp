@@ -189,16 +189,19 @@ void LoadBlock(std::int32_t block)
     Document.CurOffset = 0;
 }
 
-void ReadAt(std::int32_t offset, void* destination, std::int32_t count)
+std::int32_t ReadAt(std::int32_t offset, void* destination, std::int32_t count)
 {
     if (offset < 0 || count < 0 || static_cast<std::int64_t>(offset) + count > Document.FileSize) {
-        return;
+        return 0;
     }
     if (Document.FileHandle != 0) {
-        ReadFileAt(Document.FileHandle, offset, destination, count);
-    } else if (Document.WorkData != nullptr && Document.CurBlock == 1 && offset + count <= Document.CurBlockBytes) {
-        memcpy(destination, Document.WorkData + offset, static_cast<std::size_t>(count));
+        return ReadFileAt(Document.FileHandle, offset, destination, count);
     }
+    if (Document.WorkData != nullptr && Document.CurBlock == 1 && offset + count <= Document.CurBlockBytes) {
+        memcpy(destination, Document.WorkData + offset, static_cast<std::size_t>(count));
+        return count;
+    }
+    return 0;
 }
 
 std::uint32_t* LineSamples()

@@ -19,9 +19,9 @@ void CloseFileHandle();
 // After a failed or short read the block is simply shorter.
 void LoadBlock(std::int32_t block);
 
-// Positioned read that bypasses the cache. Reads nothing, and leaves destination as it was, when the
-// range passes the end of the file.
-void ReadAt(std::int32_t offset, void* destination, std::int32_t count);
+// Positioned read that bypasses the cache; returns how many bytes arrived. Reads nothing, and leaves
+// destination as it was, when the range passes the end of the file.
+std::int32_t ReadAt(std::int32_t offset, void* destination, std::int32_t count);
 
 // The samples of the block in the working buffer.
 std::uint32_t* LineSamples();

@@ -100,7 +100,7 @@ PathParts PartsOf(const char* directory, const char* name)
     }
     const std::size_t end = DirectoryEnd(directory);
     CopyText(parts.Name, NameBehind(directory, end));
-    parts.Directory[end] = '\0';
+    parts.Directory[std::min(end, sizeof parts.Directory - 1)] = '\0'; // cut, it is too long to be added
     return parts;
 }
 
@@ -143,10 +143,11 @@ void AppendRecord(std::int32_t directoryIndex, const char* name)
 
 ListAddition AppendToFileList(const char* directory, const char* name)
 {
+    if (FileList.ListFull) {
+        return ListAddition::Rejected;
+    }
     if (!MakeRoom()) {
         FileList.ListFull = true;
-    }
-    if (FileList.ListFull) {
         return ListAddition::Rejected;
     }
     const PathParts parts = PartsOf(directory, name);

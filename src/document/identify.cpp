@@ -86,7 +86,7 @@ void TakePeDetails(const char* path, const NewHeaderFacts& facts)
 void IdentifyHeaders(int file, const char* path, FileInfo& info)
 {
     std::uint8_t header[HeaderBytes];
-    if (!ReadWhole(file, 0, header)) {
+    if (info.Size < static_cast<std::int32_t>(HeaderBytes) || !ReadWhole(file, 0, header)) {
         return;
     }
     const StubFacts stub = ReadStub(header, info.Size);
@@ -110,12 +110,12 @@ void ClearDetails()
     Details = FileDetails{};
 }
 
-void IdentifyFile(int file, const char* path, FileInfo& info)
+bool IdentifyFile(int file, const char* path, FileInfo& info)
 {
     info = FileInfo{.WantDetails = info.WantDetails};
     FileStatus status;
     if (!GetFileStatus(path, status)) {
-        return;
+        return false;
     }
     info.Size = status.Size;
     info.Time = status.Time;
@@ -126,6 +126,7 @@ void IdentifyFile(int file, const char* path, FileInfo& info)
         // An archive behind a DOS program unpacks itself; behind any other program it is what counts.
         info.FileType = info.FileType == DosProgram ? SelfExtractingZip : ZipFile;
     }
+    return true;
 }
 
 namespace {
@@ -139,8 +140,7 @@ std::int32_t ReadDocument(std::int64_t offset, std::span<std::uint8_t> destinati
     const std::int32_t start = static_cast<std::int32_t>(offset);
     const std::int32_t bytes = std::min(static_cast<std::int32_t>(destination.size()), Document.FileSize - start);
     memset(destination.data(), 0, destination.size());
-    ReadAt(start, destination.data(), bytes);
-    return bytes;
+    return ReadAt(start, destination.data(), bytes);
 }
 
 // The imports of a 16-bit program: the module reference table holds the offsets of their names.
@@ -167,14 +167,20 @@ void ListNeImports(const ImportSink& sink)
 
 } // namespace
 
-void ListImports(const char* path, const FileInfo& info, const ImportSink& sink)
+bool Imports16Bit()
 {
-    if (info.FileType == Windows32Program || info.FileType == Windows32Dll) {
+    return Details.ModuleTable != 0; // the header itself stands at the beginning, so no table does
+}
+
+// What was found decides, not the type: an archive behind a program makes a ZIP file of it.
+void ListImports(const char* path, const ImportSink& sink)
+{
+    if (Imports16Bit()) {
+        ListNeImports(sink);
+    } else if (Details.ImportCount > 0) {
         const MappedFile mapped = MapWholeFile(path);
         WalkPeImports(ByteSpan(mapped.Bytes, mapped.Size), sink);
         UnmapFile(mapped);
-    } else if (Details.ImportCount > 0) {
-        ListNeImports(sink);
     }
 }
 
@@ -186,13 +192,13 @@ bool ReadZipEnd(const FileInfo& info, ZipEndRecord& record)
     return FindZipEnd(bytes) == 0;
 }
 
-void ReadZipCentral(const FileInfo& info, std::span<std::uint8_t> destination)
+bool ReadZipCentral(const FileInfo& info, std::span<std::uint8_t> destination)
 {
     ZipEndRecord record;
     if (!ReadZipEnd(info, record) || record.DirectoryBytes > destination.size() ||
         record.DirectoryPosition > INT32_MAX || record.DirectoryBytes > INT32_MAX) {
-        return;
+        return false;
     }
-    ReadAt(static_cast<std::int32_t>(record.DirectoryPosition), destination.data(),
-           static_cast<std::int32_t>(record.DirectoryBytes));
+    const std::int32_t bytes = static_cast<std::int32_t>(record.DirectoryBytes);
+    return ReadAt(static_cast<std::int32_t>(record.DirectoryPosition), destination.data(), bytes) == bytes;
 }

@@ -1,5 +1,8 @@
 #include "document/pe_image.h"
 
+#include "document/exe_header.h"
+#include "document/port.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -8,12 +11,21 @@ namespace {
 constexpr std::uint32_t PeSignature = 0x00004550; // "PE", 0, 0
 constexpr std::uint32_t SectionBytes = 40;
 
+constexpr std::uint64_t HeadersOf32Bit = 248; // signature, file header and optional header
+
+// Whether the medium gives the bytes at offset, at most count, out of data that are part of a mapped file.
+bool CanReadAt(ByteSpan data, std::uint64_t offset, std::uint64_t count)
+{
+    const ByteSpan bytes = BytesAt(data, offset, count);
+    return bytes.empty() || CanRead(bytes.data(), bytes.size());
+}
+
 // Whether a mapped view of the file has count bytes at offset: it ends with the file's last page.
 bool IsReadable(ByteSpan file, std::uint64_t offset, std::uint64_t count)
 {
     constexpr std::uint64_t PageBytes = 4096;
     const std::uint64_t end = (file.size() + PageBytes - 1) / PageBytes * PageBytes;
-    return offset <= end && count <= end - offset;
+    return offset <= end && count <= end - offset && CanReadAt(file, offset, count);
 }
 
 std::uint32_t PeHeaderOffset(ByteSpan file)
@@ -23,7 +35,6 @@ std::uint32_t PeHeaderOffset(ByteSpan file)
 
 // A section's place in memory and in the file.
 struct Section {
-    std::uint32_t VirtualSize;
     std::uint32_t VirtualAddress;
     std::uint32_t RawBytes;
     std::uint32_t RawPosition;
@@ -31,7 +42,12 @@ struct Section {
 
 Section ReadSection(ByteSpan file, std::uint64_t entry)
 {
-    return {ReadU32(file, entry + 8), ReadU32(file, entry + 12), ReadU32(file, entry + 16), ReadU32(file, entry + 20)};
+    return {ReadU32(file, entry + 12), ReadU32(file, entry + 16), ReadU32(file, entry + 20)};
+}
+
+bool HasSectionEntry(ByteSpan file, std::uint64_t entry)
+{
+    return HasBytes(file, entry, SectionBytes) && CanReadAt(file, entry, SectionBytes);
 }
 
 std::uint16_t SectionCount(ByteSpan file)
@@ -42,11 +58,10 @@ std::uint16_t SectionCount(ByteSpan file)
 // The section table is taken to follow headers of the 32-bit size, so a 64-bit file shows no imports.
 bool FindImportSection(ByteSpan file, Section& section)
 {
-    constexpr std::uint64_t HeadersOf32Bit = 248;
     constexpr char Name[8] = {'.', 'i', 'd', 'a', 't', 'a', 0, 0};
     std::uint64_t entry = PeHeaderOffset(file) + HeadersOf32Bit;
     for (std::uint16_t left = SectionCount(file); left > 0; --left, entry += SectionBytes) {
-        if (!HasBytes(file, entry, SectionBytes)) {
+        if (!HasSectionEntry(file, entry)) {
             return false;
         }
         if (memcmp(file.data() + entry, Name, sizeof Name) == 0) {
@@ -57,25 +72,26 @@ bool FindImportSection(ByteSpan file, Section& section)
     return false;
 }
 
-void HandOver(ByteSpan file, std::uint64_t position, const ImportSink& sink)
+// The name at position, as far as the file goes; false when the medium does not give it.
+bool HandOver(ByteSpan file, std::uint64_t position, const ImportSink& sink)
 {
     if (sink.Add == nullptr) {
-        return;
+        return true;
+    }
+    const ByteSpan bytes = BytesAt(file, position, ImportNameSize - 1);
+    if (!CanReadAt(bytes, 0, bytes.size())) {
+        return false;
     }
     char name[ImportNameSize];
-    std::size_t length = 0;
-    while (length < sizeof name - 1 && ReadU8(file, position + length) != 0) {
-        name[length] = static_cast<char>(ReadU8(file, position + length));
-        ++length;
-    }
-    name[length] = '\0';
+    const auto end = std::find(bytes.begin(), bytes.end(), std::uint8_t{0});
+    *std::copy(bytes.begin(), end, name) = '\0';
     sink.Add(sink.Context, name);
+    return true;
 }
 
 bool HasPeHeader(ByteSpan file)
 {
-    constexpr std::uint64_t HeaderBytesChecked = 248;
-    return IsReadable(file, PeHeaderOffset(file), HeaderBytesChecked) &&
+    return CanReadAt(file, 0, HeaderBytes) && IsReadable(file, PeHeaderOffset(file), HeadersOf32Bit) &&
            ReadU32(file, PeHeaderOffset(file)) == PeSignature;
 }
 
@@ -91,7 +107,7 @@ std::int32_t WalkPeImports(ByteSpan file, const ImportSink& sink)
     }
     const std::uint32_t delta = section.VirtualAddress - section.RawPosition;
     std::uint64_t descriptor = section.RawPosition;
-    for (std::int32_t count = 0; count <= MostImports; ++count, descriptor += DescriptorBytes) {
+    for (std::int32_t count = 0;; ++count, descriptor += DescriptorBytes) {
         if (!IsReadable(file, descriptor, DescriptorBytes)) {
             return 0;
         }
@@ -101,12 +117,10 @@ std::int32_t WalkPeImports(ByteSpan file, const ImportSink& sink)
             return count;
         }
         const std::uint32_t name = nameAddress - delta;
-        if (!IsReadable(file, name, NameBytesChecked)) {
+        if (count == MostImports || !IsReadable(file, name, NameBytesChecked) || !HandOver(file, name, sink)) {
             return 0;
         }
-        HandOver(file, name, sink);
     }
-    return 0;
 }
 
 namespace {
@@ -117,7 +131,7 @@ ByteSpan DataAtAddress(ByteSpan file, std::uint32_t address, std::uint32_t count
     const std::uint64_t header = PeHeaderOffset(file);
     std::uint64_t entry = header + 24 + ReadU16(file, header + 20);
     for (std::uint16_t left = SectionCount(file); left > 0; --left, entry += SectionBytes) {
-        if (!HasBytes(file, entry, SectionBytes)) {
+        if (!HasSectionEntry(file, entry)) {
             break;
         }
         const Section section = ReadSection(file, entry);
@@ -135,7 +149,11 @@ ByteSpan ResourceSection(ByteSpan file)
 {
     constexpr std::uint16_t Pe32Plus = 0x20B;
     constexpr std::uint32_t ResourceDirectory = 2;
+    constexpr std::uint64_t OptionalHeader64Bit = 136; // as far as the address of the resources
     const std::uint64_t optionalHeader = PeHeaderOffset(file) + std::uint64_t{24};
+    if (!CanReadAt(file, optionalHeader, OptionalHeader64Bit)) {
+        return {};
+    }
     const bool is64Bit = ReadU16(file, optionalHeader) == Pe32Plus;
     const std::uint64_t directories = optionalHeader + (is64Bit ? 112 : 96);
     if (ReadU32(file, directories - 4) <= ResourceDirectory) {
@@ -153,11 +171,15 @@ struct NumberedEntries {
 
 NumberedEntries EntriesOf(ByteSpan resources, std::uint64_t directory)
 {
+    if (!CanReadAt(resources, directory, 16)) {
+        return {0, 0};
+    }
     const std::uint32_t named = ReadU16(resources, directory + 12);
     const std::uint32_t numbered = ReadU16(resources, directory + 14);
     const std::uint64_t first = directory + 16 + std::uint64_t{named} * 8;
     const std::uint64_t room = first < resources.size() ? (resources.size() - first) / 8 : 0;
-    return {first, static_cast<std::uint32_t>(std::min<std::uint64_t>(numbered, room))};
+    const std::uint64_t count = std::min<std::uint64_t>(numbered, room);
+    return {first, CanReadAt(resources, first, count * 8) ? static_cast<std::uint32_t>(count) : 0};
 }
 
 constexpr std::uint32_t NoEntry = UINT32_MAX;
@@ -214,8 +236,10 @@ ByteSpan FindVersionResource(ByteSpan file, std::uint16_t userLanguage)
         return {};
     }
     const std::uint32_t leaf = EntryOfLanguage(resources, number & ~IsDirectory, userLanguage);
-    if (leaf == NoEntry || LeadsToDirectory(leaf) || !HasBytes(resources, leaf, 16)) {
+    if (leaf == NoEntry || LeadsToDirectory(leaf) || !HasBytes(resources, leaf, 16) ||
+        !CanReadAt(resources, leaf, 16)) {
         return {};
     }
-    return DataAtAddress(file, ReadU32(resources, leaf), ReadU32(resources, leaf + std::uint64_t{4}));
+    const ByteSpan block = DataAtAddress(file, ReadU32(resources, leaf), ReadU32(resources, leaf + std::uint64_t{4}));
+    return CanReadAt(block, 0, block.size()) ? block : ByteSpan{};
 }

@@ -1,8 +1,9 @@
 // Imported modules and the version resource of a 32-bit (or 64-bit) Windows executable, out of the bytes of
 // the whole file. Layout: Microsoft's published "PE Format".
 //
-// Every offset and count is checked against the file. What would lie behind it, within the file's last page
-// of memory, reads as zeros: a mapped file is readable up to there.
+// Every offset and count is checked against the file, and the medium is asked before the bytes are touched: a
+// mapped file can fail at any page. For headers and imports, what lies behind the file within its last page of
+// memory reads as zeros: a mapped file is readable up to there.
 #pragma once
 
 #include "document/byte_reader.h"

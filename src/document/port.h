@@ -40,8 +40,8 @@ struct FileStatus {
 // position that the document could express, and is refused rather than shown as something else.
 bool GetFileStatus(const char* path, FileStatus& status);
 
-// All of a file's bytes, read-only, until UnmapFile; Bytes is nullptr when the file cannot be opened or has
-// no bytes.
+// All of a file's bytes, read-only, until UnmapFile; Bytes is nullptr when the file cannot be opened or
+// mapped (too large, open for writing elsewhere) or has no bytes.
 struct MappedFile {
     const std::uint8_t* Bytes;
     std::size_t Size;
@@ -49,6 +49,9 @@ struct MappedFile {
 
 MappedFile MapWholeFile(const char* path);
 void UnmapFile(const MappedFile& mapped);
+
+// Whether mapped bytes can be read: the medium may be gone by now.
+bool CanRead(const std::uint8_t* bytes, std::size_t count);
 
 // A zero-terminated UTF-16 text in the system's code page, cut to size bytes.
 void ToAnsiText(const char16_t* text, char* ansi, std::size_t size);

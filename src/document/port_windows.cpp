@@ -93,10 +93,37 @@ std::int32_t SecondsSince1970(const FILETIME& time)
 
 } // namespace
 
+namespace {
+
+// A symbolic link has a size and a time of its own: those of the file it leads to are wanted.
+bool FollowLink(const char* path, WIN32_FILE_ATTRIBUTE_DATA& data)
+{
+    constexpr DWORD AnySharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileA(path, 0, AnySharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    BY_HANDLE_FILE_INFORMATION target;
+    const bool known = GetFileInformationByHandle(file, &target) != 0;
+    CloseHandle(file);
+    if (known) {
+        data.dwFileAttributes = target.dwFileAttributes;
+        data.ftLastWriteTime = target.ftLastWriteTime;
+        data.nFileSizeHigh = target.nFileSizeHigh;
+        data.nFileSizeLow = target.nFileSizeLow;
+    }
+    return known;
+}
+
+} // namespace
+
 bool GetFileStatus(const char* path, FileStatus& status)
 {
     WIN32_FILE_ATTRIBUTE_DATA data;
     if (!GetFileAttributesExA(path, GetFileExInfoStandard, &data)) {
+        return false;
+    }
+    if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && !FollowLink(path, data)) {
         return false;
     }
     if (data.nFileSizeHigh != 0 || data.nFileSizeLow > INT32_MAX) {
@@ -118,8 +145,9 @@ MappedFile MapWholeFile(const char* path)
     if (file == INVALID_HANDLE_VALUE) {
         return mapped;
     }
-    const DWORD size = GetFileSize(file, nullptr);
-    const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    DWORD sizeHigh = 0;
+    const DWORD size = GetFileSize(file, &sizeHigh);
+    const HANDLE mapping = sizeHigh == 0 ? CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr) : nullptr;
     if (mapping != nullptr) {
         // The view holds the file: both handles can go.
         mapped.Bytes = static_cast<const std::uint8_t*>(MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, size));
@@ -135,6 +163,11 @@ void UnmapFile(const MappedFile& mapped)
     if (mapped.Bytes != nullptr) {
         UnmapViewOfFile(mapped.Bytes);
     }
+}
+
+bool CanRead(const std::uint8_t* bytes, std::size_t count)
+{
+    return !IsBadReadPtr(bytes, count);
 }
 
 void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)

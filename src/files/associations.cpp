@@ -15,7 +15,7 @@ constexpr DWORD KeyNameSize = 81;
 bool QueryClassValue(const char* key, char* value, LONG size)
 {
     LONG bytes = size - 1;
-    value[size - 1] = '\0';
+    memset(value, 0, static_cast<std::size_t>(size)); // the registry may hold a text without its end
     return RegQueryValueA(HKEY_CLASSES_ROOT, key, value, &bytes) == ERROR_SUCCESS;
 }
 

@@ -24,8 +24,7 @@ void AddModuleName(void* list, const char* name)
 
 } // namespace
 
-void FillImportList(HWND dialog, int listBox, const char* path, const FileInfo& info)
+void FillImportList(HWND dialog, int listBox, const char* path)
 {
-    const bool is32Bit = info.FileType == Windows32Program || info.FileType == Windows32Dll;
-    ListImports(path, info, ImportSink{is32Bit ? AddName : AddModuleName, GetDlgItem(dialog, listBox)});
+    ListImports(path, ImportSink{Imports16Bit() ? AddModuleName : AddName, GetDlgItem(dialog, listBox)});
 }

@@ -1,10 +1,8 @@
 // The modules an executable imports, in a list box.
 #pragma once
 
-#include "document/file_info.h"
-
 #include <windows.h>
 
 // Fills a dialog's list box with the modules that the current document imports. Those of 16-bit programs
 // are shown in lower case with ".dll" behind them, each once.
-void FillImportList(HWND dialog, int listBox, const char* path, const FileInfo& info);
+void FillImportList(HWND dialog, int listBox, const char* path);

@@ -79,23 +79,31 @@ void ShowFileDetails(HWND dialog, const char* path, const FileInfo& info)
     SetDlgItemTextA(dialog, IDC_SELECT_ATTRIBUTES, attributes);
 }
 
+bool IdentifyPath(const char* path, FileInfo& info)
+{
+    const int file = OpenForReading(path);
+    if (file == 0) {
+        return false;
+    }
+    const bool identified = IdentifyFile(file, path, info);
+    CloseOpenFile(file);
+    return identified;
+}
+
 void FillDetails(HWND dialog)
 {
     const std::int32_t position = SelectedIndex(dialog) + 1;
     ShowDirectory(dialog, position);
     char path[MaxPathSize];
     GetListEntry(position, path);
-    const int file = OpenForReading(path);
-    if (file == 0) {
-        for (int field : {IDC_SELECT_TYPE, IDC_SELECT_CHANGED, IDC_SELECT_SIZE, IDC_SELECT_ATTRIBUTES}) {
-            SetDlgItemTextA(dialog, field, "");
-        }
+    FileInfo info;
+    if (IdentifyPath(path, info)) {
+        ShowFileDetails(dialog, path, info);
         return;
     }
-    FileInfo info;
-    IdentifyFile(file, path, info);
-    CloseOpenFile(file);
-    ShowFileDetails(dialog, path, info);
+    for (int field : {IDC_SELECT_TYPE, IDC_SELECT_CHANGED, IDC_SELECT_SIZE, IDC_SELECT_ATTRIBUTES}) {
+        SetDlgItemTextA(dialog, field, "");
+    }
 }
 
 void FillNames(HWND dialog)

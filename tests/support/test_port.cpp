@@ -34,6 +34,7 @@ struct PortState {
     int LiveObjects = 0;
     int Misuses = 0;
     std::uint16_t UserLanguage = 0x0409;
+    int ReadableChecks = -1;
 };
 
 PortState Port;
@@ -231,6 +232,11 @@ void UnmapFile(const MappedFile& mapped)
     free(const_cast<std::uint8_t*>(mapped.Bytes));
 }
 
+bool CanRead(const std::uint8_t*, std::size_t)
+{
+    return Port.ReadableChecks < 0 || Port.ReadableChecks-- > 0;
+}
+
 void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)
 {
     std::size_t length = 0;
@@ -272,6 +278,11 @@ void RemoveFile(const std::string& path)
 void SetUserLanguage(std::uint16_t language)
 {
     Port.UserLanguage = language;
+}
+
+void FailMappedReadsAfter(int checks)
+{
+    Port.ReadableChecks = checks;
 }
 
 void FailAllocation(int number)

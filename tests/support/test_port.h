@@ -34,6 +34,9 @@ TestFile& AddFile(const std::string& path, Bytes content);
 // The file vanishes: it cannot be opened, and what has it open reads nothing.
 void RemoveFile(const std::string& path);
 
+// The medium of mapped files goes away after that many checks of it; -1 = never.
+void FailMappedReadsAfter(int checks);
+
 void SetUserLanguage(std::uint16_t language);
 
 // The number-th allocation from now on fails, once; 0 = none.
