@@ -21,10 +21,9 @@
 
 namespace {
 
-void OpenFromDialog(HWND mainWindow, UINT)
+void AskAndOpen(HWND mainWindow, UINT)
 {
-    OpenSequence(mainWindow, nullptr);
-    RefreshStatus();
+    OpenFromDialog(mainWindow);
 }
 
 void RepaintView()
@@ -35,7 +34,7 @@ void RepaintView()
 void CloseAndClear(HWND, UINT)
 {
     CloseDocument();
-    SetListMenuState();
+    ShowListState();
     MeasureViewAnew();
     RepaintView();
 }
@@ -49,8 +48,7 @@ void CloseFile(HWND mainWindow, UINT id)
 
 void Reopen(HWND mainWindow, UINT)
 {
-    OpenSequence(mainWindow, App.CurrentPath);
-    RefreshStatus();
+    OpenNamedFile(mainWindow, App.CurrentPath);
 }
 
 // A run that was started to print ends with it.
@@ -71,32 +69,28 @@ void OpenRecentFile(HWND mainWindow, UINT id)
     const int entry = static_cast<int>(id - IDM_RECENT_FIRST);
     if (entry < App.Recent.Count) {
         ClearFileList();
-        OpenSequence(mainWindow, App.Recent.Paths[entry]);
-        RefreshStatus();
+        OpenNamedFile(mainWindow, App.Recent.Paths[entry]);
     }
 }
 
 void SelectAll(HWND, UINT)
 {
-    if (RowCount() == 0) {
-        return; // the dump of an empty file
+    if (!SelectEverything()) {
+        return;
     }
-    View.SelLineA = View.SelAnchorLine = 1;
-    View.SelLineB = RowCount();
-    View.SelColA = 0;
-    // More than any line holds: each reader cuts it to the line.
-    View.SelColB = INT32_MAX;
     InvalidateRect(Windows.View, nullptr, FALSE);
     SetSelectionMenuState(true);
 }
 
+// A file handed over while the dialog is open can be shown in the other mode, where the text means nothing.
 void GotoPlace(HWND mainWindow, UINT)
 {
-    if (!AskGotoTarget(mainWindow, View.HexMode)) {
+    const bool hexMode = View.HexMode;
+    if (!AskGotoTarget(mainWindow, hexMode) || !View.FileShown || View.HexMode != hexMode) {
         return;
     }
     std::int32_t topLine = 0;
-    if (FindGotoTarget(Goto.GotoText, View.HexMode, topLine)) {
+    if (FindGotoTarget(Goto.GotoText, hexMode, topLine)) {
         ScrollToLine(Windows.View, topLine);
     } else {
         ReportMessage(mainWindow, IDS_GOTO_INVALID);
@@ -120,11 +114,11 @@ void RedisplayZip(HWND mainWindow, UINT)
     CopyText(archive, App.ArchivePath);
     CloseDocument();
     EnableCommandAndButton(IDM_VIEW_REDISPLAY_ZIP, ButtonPreviousZip, false);
-    if (FileList.ListTotal > 0) {
-        GetListEntry(FileList.ListPosition, archive);
+    char listed[MaxPathSize];
+    if (FileList.ListTotal > 0 && GetListEntry(FileList.ListPosition, listed)) {
+        CopyText(archive, listed);
     }
-    if (OpenSequence(mainWindow, archive)) {
-        RefreshStatus();
+    if (OpenNamedFile(mainWindow, archive)) {
         App.RedisplayZip = true;
         PostMessageA(mainWindow, WM_COMMAND, IDM_VIEW_ZIP, 0);
     }
@@ -136,8 +130,10 @@ void ShowBeginning()
     if (View.TopLine != 0 || View.LeftColumn != 0) {
         View.TopLine = View.LeftColumn = 0;
         RepaintView();
-        UpdateWindow(Windows.View);
+        InvalidateRect(Windows.Ruler, nullptr, TRUE);
     }
+    // Nothing is painted during the choice, so all of it now: a menu may just have been taken off the view.
+    RedrawWindow(Windows.Main, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 void ToggleLock(HWND, UINT)
@@ -148,9 +144,12 @@ void ToggleLock(HWND, UINT)
         ShowBeginning();
         SendMessageA(Windows.Status, WM_SHOW_STRING, IDS_SELECT_LOCK_AREA, 0);
         PickLock(Windows.View);
+        if (AnyLock()) {
+            SetSelectionMenuState(false);
+        }
     }
     LayOutFrameAnew();
-    RepaintView();
+    RedrawWindow(Windows.Main, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void SaveAllSettings(HWND, UINT)
@@ -195,7 +194,7 @@ struct Command {
 
 constexpr Command Table[] = {
     {IDM_SYSTEM_MENU_BAR, ToggleMenuBar},
-    {IDM_FILE_OPEN, OpenFromDialog},
+    {IDM_FILE_OPEN, AskAndOpen},
     {IDM_FILE_CLOSE, CloseFile},
     {IDM_FILE_PREVIOUS, OpenPreviousFile},
     {IDM_FILE_NEXT, OpenNextFile},

@@ -4,11 +4,11 @@
 #include "app/commands.h"
 #include "app/frame_layout.h"
 #include "app/hand_over.h"
-#include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
+#include "base/load_text.h"
 #include "base/messages.h"
 #include "base/text.h"
 #include "document/block_cache.h"
@@ -22,6 +22,7 @@
 #include "view/status_window.h"
 #include "view/view_state.h"
 
+#include <cstring>
 #include <shellapi.h>
 
 namespace {
@@ -63,7 +64,7 @@ void ExtendSystemMenu(HWND window)
 {
     Windows.SystemMenu = GetSystemMenu(window, FALSE);
     char text[30] = "";
-    LoadStringA(Windows.Instance, IDS_HIDE_MENU_BAR, text, sizeof text);
+    LoadText(IDS_HIDE_MENU_BAR, text);
     AppendMenuA(Windows.SystemMenu, MF_SEPARATOR, 0, nullptr);
     AppendMenuA(Windows.SystemMenu, MF_STRING | (AppOptions.SuppressMenu != 0 ? MF_CHECKED : MF_UNCHECKED),
                 IDM_SYSTEM_MENU_BAR, text);
@@ -98,6 +99,7 @@ void CreateChildren(HWND window)
     Windows.Buttons = CreateChild(window, "KstvBt", ID_CHILD_BUTTONS, 0);
 }
 
+// The error is reported before the program ends with nothing to print: afterwards there is no window.
 void OpenFromCommandLine(HWND window)
 {
     if (App.Start.FileName[0] != '\0') {
@@ -184,6 +186,17 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
     MeasureViewAnew();
 }
 
+// While the box is open, another file may be handed over, which then stays.
+void ReopenChanged(HWND window)
+{
+    char path[MaxPathSize];
+    CopyText(path, App.CurrentPath);
+    ReportMessage(window, IDS_FILE_CHANGED);
+    if (strcmp(path, App.CurrentPath) == 0) {
+        OpenNamedFile(window, path);
+    }
+}
+
 // The window is about to come back from its icon: so must the file that was released.
 void OnQueryOpen(HWND window)
 {
@@ -194,14 +207,10 @@ void OnQueryOpen(HWND window)
     switch (ReopenFile(App.CurrentPath)) {
     case ReopenResult::CannotOpen:
         CloseDocument(); // before anything can be painted behind the box
-        SetListMenuState();
+        ShowListState();
         ReportMessage(window, IDS_CANNOT_REOPEN);
         break;
-    case ReopenResult::Changed:
-        ReportMessage(window, IDS_FILE_CHANGED);
-        OpenSequence(window, App.CurrentPath);
-        RefreshStatus();
-        break;
+    case ReopenResult::Changed: ReopenChanged(window); break;
     case ReopenResult::Unchanged: break;
     }
 }
@@ -232,7 +241,7 @@ void OnKeyDown(HWND window, WPARAM key)
     }
 }
 
-void OnDropFiles(HWND window, WPARAM drop)
+void OnDropFiles(HWND window, HDROP drop)
 {
     OpenDropped(window, drop);
     if (IsIconic(window)) {
@@ -240,7 +249,7 @@ void OnDropFiles(HWND window, WPARAM drop)
     } else {
         SetFocus(window);
     }
-    DragFinish(reinterpret_cast<HDROP>(drop));
+    DragFinish(drop);
 }
 
 void SetBusy(bool busy)
@@ -286,7 +295,7 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_COMMAND: return DispatchCommand(window, WM_COMMAND, LOWORD(wParam), lParam);
     case WM_SYSCOMMAND: return OnSystemCommand(window, wParam, lParam);
     case WM_MENUSELECT: return OnMenuSelect(wParam, lParam);
-    case WM_DROPFILES: OnDropFiles(window, wParam); return 0;
+    case WM_DROPFILES: OnDropFiles(window, reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_REMOTE_FILE: return OnRemoteFile(window, wParam == 0);
     case WM_REMOTE_END: OnRemoteEnd(window); return 0;
     case WM_BUSY_START: SetBusy(true); return 0;

@@ -1,7 +1,7 @@
 #include "app/hand_over.h"
 
-#include "app/menu_state.h"
 #include "app/open_sequence.h"
+#include "app/walk_list.h"
 #include "base/messages.h"
 #include "document/file_list.h"
 #include "files/build_file_list.h"
@@ -9,7 +9,7 @@
 #include "view/frame_windows.h"
 #include "view/view_state.h"
 
-#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -18,27 +18,27 @@ enum class RemoteState { Idle = 0, Receiving = 1, Opening = 2 };
 struct HandOver {
     RemoteState State = RemoteState::Idle;
     HANDLE Mapping = nullptr;
-    const char* View = nullptr;
+    const char* Memory = nullptr;
 };
 
 HandOver Remote;
 
 void CloseShared()
 {
-    if (Remote.View != nullptr) {
-        UnmapViewOfFile(Remote.View);
+    if (Remote.Memory != nullptr) {
+        UnmapViewOfFile(Remote.Memory);
     }
     if (Remote.Mapping != nullptr) {
         CloseHandle(Remote.Mapping);
     }
-    Remote.View = nullptr;
+    Remote.Memory = nullptr;
     Remote.Mapping = nullptr;
 }
 
 // What is wrong is said in a box.
 bool OpenShared(HWND mainWindow)
 {
-    if (Remote.View != nullptr) {
+    if (Remote.Memory != nullptr) {
         return true;
     }
     Remote.Mapping = OpenFileMappingA(FILE_MAP_READ, FALSE, "KV_shared_memory");
@@ -46,8 +46,8 @@ bool OpenShared(HWND mainWindow)
         MessageBoxA(mainWindow, "Unable to open shared memory", "Kestovar", MB_OK);
         return false;
     }
-    Remote.View = static_cast<const char*>(MapViewOfFile(Remote.Mapping, FILE_MAP_READ, 0, 0, 0));
-    if (Remote.View == nullptr) {
+    Remote.Memory = static_cast<const char*>(MapViewOfFile(Remote.Mapping, FILE_MAP_READ, 0, 0, 0));
+    if (Remote.Memory == nullptr) {
         CloseShared();
         MessageBoxA(mainWindow, "ERROR: MapViewOfFile was not successful.", "Kestovar", MB_OK);
         return false;
@@ -55,12 +55,13 @@ bool OpenShared(HWND mainWindow)
     return true;
 }
 
-// Nobody vouches for the terminator: no more is read than a path has room for, or the memory.
-void CopySharedPath(char (&path)[MaxPathSize])
+// Nobody vouches for the terminator: false when there is none within a path's length. A mapping is at least a
+// page, which is more than that.
+bool CopySharedPath(char (&path)[MaxPathSize])
 {
-    MEMORY_BASIC_INFORMATION region = {};
-    VirtualQuery(Remote.View, &region, sizeof region);
-    CopyText(path, std::min<std::size_t>(sizeof path, region.RegionSize + 1), Remote.View);
+    const bool terminated = strnlen(Remote.Memory, sizeof path) < sizeof path;
+    CopyText(path, terminated ? Remote.Memory : "");
+    return terminated;
 }
 
 void AddRemoteName(const char* path)
@@ -74,22 +75,23 @@ void AddRemoteName(const char* path)
 
 void OpenReceivedFiles(HWND mainWindow)
 {
+    const std::uint32_t generation = FileList.Generation;
     if (FileList.ListFull) {
         ReportMessage(mainWindow, IDS_LIST_TRUNCATED);
     }
-    TrimFileList();
+    if (FileList.Generation != generation) {
+        return; // other files have been opened while the box was there
+    }
     char path[MaxPathSize];
     if (!GetListEntry(1, path)) {
+        ShowListState();
         ReportMessage(mainWindow, IDS_NO_MATCHES);
-        SetListMenuState();
-        return;
-    }
-    if (FileListSize() == 1) {
+    } else if (FileListSize() == 1) {
         ClearFileList();
+        OpenNamedFile(mainWindow, path);
+    } else {
+        OpenNewList(mainWindow);
     }
-    WalkFileList(1);
-    OpenSequence(mainWindow, path);
-    RefreshStatus();
 }
 
 } // namespace
@@ -99,16 +101,22 @@ LRESULT OnRemoteFile(HWND mainWindow, bool isFirst)
     if (!OpenShared(mainWindow)) {
         return 1;
     }
-    char path[MaxPathSize];
-    CopySharedPath(path);
-    if (isFirst) {
-        if (Remote.State != RemoteState::Idle) {
-            return 1;
+    const RemoteState wanted = isFirst ? RemoteState::Idle : RemoteState::Receiving;
+    if (Remote.State != wanted) {
+        // Another batch is under way, or this one was never begun; its end may never come.
+        if (Remote.State != RemoteState::Receiving) {
+            CloseShared();
         }
+        return 1;
+    }
+    if (isFirst) {
         Remote.State = RemoteState::Receiving;
         ClearFileList();
     }
-    AddRemoteName(path);
+    char path[MaxPathSize];
+    if (CopySharedPath(path) && path[0] != '\0') {
+        AddRemoteName(path);
+    }
     return FileList.ListFull ? 1 : 0;
 }
 

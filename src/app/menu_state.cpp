@@ -39,8 +39,10 @@ bool HasEditor()
     return AppOptions.EditorName[0] != '\0';
 }
 
-LaunchMode LaunchModeOf(const char* path)
+// Finds out what files of path's extension are called on the way.
+LaunchMode ClassifyLaunch(const char* path)
 {
+    App.TypeDescription[0] = '\0';
     const char* const extension = ExtensionOf(path);
     LaunchFacts facts = {};
     facts.HasExtension = extension[0] != '\0' && extension[1] != '\0';
@@ -100,8 +102,7 @@ void SetFileMenuState(bool fileOpen, const char* path)
     EnableLock(fileOpen && Document.IsText);
     SetSelectionMenuState(false);
     ForgetSearch();
-    App.TypeDescription[0] = '\0';
-    App.Launch = fileOpen ? LaunchModeOf(path) : LaunchMode::None;
+    App.Launch = fileOpen ? ClassifyLaunch(path) : LaunchMode::None;
     EnableCommandAndButton(IDM_FILE_LAUNCH, ButtonLaunch, App.Launch != LaunchMode::None);
 }
 

@@ -89,7 +89,7 @@ void ShowDocument(HWND mainWindow)
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
 }
 
-// No document is shown from before the report on: while its box is open, another may be dropped.
+// No document is shown from before the report on: while its box is open, another may be handed over.
 void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
 {
     ReportMessage(mainWindow, stringId, title);
@@ -98,14 +98,10 @@ void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
     InvalidateRect(Windows.View, nullptr, TRUE);
 }
 
-} // namespace
-
-namespace {
-
 enum class Origin { Named, Dialog };
 
 // Opens the file at path, in place of the current document.
-bool OpenFileAt(HWND mainWindow, const char* path, Origin origin)
+bool OpenInPlace(HWND mainWindow, const char* path, Origin origin)
 {
     char full[MaxPathSize];
     QualifyPath(path, full);
@@ -131,25 +127,40 @@ bool OpenFileAt(HWND mainWindow, const char* path, Origin origin)
     return true;
 }
 
+bool OpenFileAt(HWND mainWindow, const char* path, Origin origin)
+{
+    const bool opened = path[0] != '\0' && OpenInPlace(mainWindow, path, origin);
+    ShowListState();
+    return opened;
+}
+
 } // namespace
 
 bool OpenSequence(HWND mainWindow, const char* path)
 {
-    char target[MaxPathSize] = "";
-    if (path == nullptr) {
-        if (!ShowOpenDialog(mainWindow, AppOptions.FilterSpec, target)) {
-            return false;
-        }
-    } else {
-        CopyText(target, path);
-        if (HasWildcards(target)) {
-            BuildFileList(mainWindow, target);
-        }
+    char target[MaxPathSize];
+    CopyText(target, path);
+    if (HasWildcards(target)) {
+        BuildFileList(mainWindow, target);
     }
-    const bool opened =
-        target[0] != '\0' && OpenFileAt(mainWindow, target, path == nullptr ? Origin::Dialog : Origin::Named);
+    return OpenFileAt(mainWindow, target, Origin::Named);
+}
+
+bool OpenNamedFile(HWND mainWindow, const char* path)
+{
+    return OpenFileAt(mainWindow, path, Origin::Named);
+}
+
+bool OpenFromDialog(HWND mainWindow)
+{
+    char path[MaxPathSize];
+    return ShowOpenDialog(mainWindow, AppOptions.FilterSpec, path) && OpenFileAt(mainWindow, path, Origin::Dialog);
+}
+
+void ShowListState()
+{
     SetListMenuState();
-    return opened;
+    RefreshStatus();
 }
 
 void CloseDocument()
@@ -157,6 +168,7 @@ void CloseDocument()
     EndSelecting(Windows.View);
     FreeBuffers();
     View.FileShown = false;
+    View.PickingLock = false;
     App.ClosedOnIconize = false;
     App.FileTitle[0] = '\0';
     Document.LongestLine = 0;

@@ -13,12 +13,11 @@ namespace {
 
 void OpenAt(HWND mainWindow, std::int32_t position)
 {
-    FileList.ListPosition = position;
-    FileList.ListAdjust = 0;
     char path[MaxPathSize];
     if (GetListEntry(position, path)) {
-        OpenSequence(mainWindow, path);
-        RefreshStatus();
+        FileList.ListPosition = position;
+        FileList.ListAdjust = 0;
+        OpenNamedFile(mainWindow, path);
     }
 }
 
@@ -59,30 +58,48 @@ bool RunSelectList()
     }
     char path[MaxPathSize];
     if (ChooseFromFileList(Windows.Main, path)) {
-        OpenSequence(Windows.Main, path);
-        RefreshStatus();
+        OpenNamedFile(Windows.Main, path);
     }
     return true;
 }
 
-void OpenDropped(HWND mainWindow, WPARAM wParam)
+void OpenNewList(HWND mainWindow)
 {
-    const HDROP drop = reinterpret_cast<HDROP>(wParam);
+    TrimFileList();
+    char path[MaxPathSize];
+    if (GetListEntry(1, path)) {
+        WalkFileList(1);
+        OpenNamedFile(mainWindow, path);
+    }
+}
+
+namespace {
+
+// False when the list was replaced by another one meanwhile.
+bool ListDropped(HWND mainWindow, HDROP drop, UINT count)
+{
+    for (UINT i = 0; i < count && !FileList.ListFull; ++i) {
+        // One more than a path has room for, so that a longer one is refused and not cut.
+        char path[MaxPathSize + 1];
+        if (DragQueryFileA(drop, i, path, sizeof path) != 0 && !AddFileToList(mainWindow, path, "")) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void OpenDropped(HWND mainWindow, HDROP drop)
+{
     const UINT count = DragQueryFileA(drop, UINT_MAX, nullptr, 0);
     ClearFileList();
     char path[MaxPathSize] = "";
-    for (UINT i = 0; i < count && !FileList.ListFull; ++i) {
-        if (DragQueryFileA(drop, i, path, sizeof path) != 0 && count > 1) {
-            AddFileToList(mainWindow, path, "");
-        }
-    }
     if (count > 1) {
-        TrimFileList();
-        WalkFileList(1);
-        GetListEntry(1, path);
-    }
-    if (path[0] != '\0') {
-        OpenSequence(mainWindow, path);
-        RefreshStatus();
+        if (ListDropped(mainWindow, drop, count)) {
+            OpenNewList(mainWindow);
+        }
+    } else if (DragQueryFileA(drop, 0, path, sizeof path) != 0) {
+        OpenNamedFile(mainWindow, path);
     }
 }

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <shellapi.h>
+
 // Commands: the previous or next file of the list.
 void OpenPreviousFile(HWND mainWindow, UINT id);
 void OpenNextFile(HWND mainWindow, UINT id);
@@ -14,6 +16,8 @@ void NextFileByKey(HWND mainWindow, UINT id);
 // Shows the list and opens the file chosen from it. False when there is no list.
 bool RunSelectList();
 
-// Opens what was dropped (the HDROP of a WM_DROPFILES): one file, or several as a list. The list before is
-// gone either way.
-void OpenDropped(HWND mainWindow, WPARAM drop);
+// The list is complete: it is walked from its first file on, which is opened. An empty one changes nothing.
+void OpenNewList(HWND mainWindow);
+
+// Opens what was dropped: one file, or several as a list. The list before is gone either way.
+void OpenDropped(HWND mainWindow, HDROP drop);

@@ -1,5 +1,6 @@
 #include "base/messages.h"
 
+#include "base/load_text.h"
 #include "base/text.h"
 
 #include <cstdarg>
@@ -16,9 +17,7 @@ char MessageText[MessageLength + MaxPathSize];
 void FormatMessageText(UINT stringId, va_list arguments)
 {
     char format[MessageLength];
-    if (LoadStringA(GetModuleHandleA(nullptr), stringId, format, sizeof format) == 0) {
-        format[0] = '\0';
-    }
+    LoadText(stringId, format);
     // The formats are the program's own string table.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"

@@ -223,7 +223,9 @@ void RemoveListEntry(std::int32_t position)
 void ClearFileList()
 {
     FreeStores();
+    const std::uint32_t generation = FileList.Generation + 1;
     FileList = FileListState{};
+    FileList.Generation = generation;
 }
 
 std::int32_t FileListSize()
@@ -240,7 +242,7 @@ void WalkFileList(std::int32_t position)
 
 bool HasNextFile()
 {
-    return FileList.ListPosition < FileList.ListTotal;
+    return FileList.ListTotal > 0 && FileList.ListPosition < FileList.ListTotal;
 }
 
 bool HasPreviousFile()

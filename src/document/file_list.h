@@ -32,6 +32,7 @@ struct FileListState {
 
     std::int32_t ListPosition = 0; // of the current document
     std::int32_t ListTotal = 0;    // entries that can be walked; 0 = no list
+    std::uint32_t Generation = 0;  // differs once the list has been cleared, so that it may be another one
     std::int32_t ListAdjust = 0;   // 1 right after the current entry was deleted: the next one took its place
 };
 
@@ -58,7 +59,8 @@ bool GetListEntry(std::int32_t position, char (&directory)[MaxPathSize], char (&
 // Takes the entry at position out; those after it move up.
 void RemoveListEntry(std::int32_t position);
 
-// Empties the list; no list is walked any more.
+// Empties the list; no list is walked any more. Names from another process can do this while a box or a dialog
+// is open: who goes on with a list after one compares Generation.
 void ClearFileList();
 
 std::int32_t FileListSize();

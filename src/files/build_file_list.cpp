@@ -5,17 +5,31 @@
 
 #include <cstring>
 
-void AddFileToList(HWND owner, const char* directory, const char* name)
+namespace {
+
+ListAddition AppendInLowerCase(const char* directory, const char* name)
 {
+    if (strlen(directory) >= MaxPathSize || strlen(name) >= MaxPathSize) {
+        return ListAddition::Rejected;
+    }
     char lowerDirectory[MaxPathSize];
     char lowerName[MaxPathSize];
     CopyText(lowerDirectory, directory);
     CopyText(lowerName, name);
     CharLowerA(lowerDirectory);
     CharLowerA(lowerName);
-    if (AppendToFileList(lowerDirectory, lowerName) != ListAddition::Added && owner != nullptr) {
+    return AppendToFileList(lowerDirectory, lowerName);
+}
+
+} // namespace
+
+bool AddFileToList(HWND owner, const char* directory, const char* name)
+{
+    const std::uint32_t generation = FileList.Generation;
+    if (AppendInLowerCase(directory, name) != ListAddition::Added && owner != nullptr) {
         ReportMessage(owner, IDS_LIST_TRUNCATED);
     }
+    return FileList.Generation == generation;
 }
 
 bool HasWildcards(const char* path)
@@ -35,6 +49,14 @@ void DirectoryOf(const char* specification, char (&directory)[MaxPathSize])
     }
 }
 
+// A name with letters that the code page does not have comes with question marks in their places: its short
+// form can be opened.
+const char* NameInCodePage(const WIN32_FIND_DATAA& found)
+{
+    const bool hasShortForm = found.cAlternateFileName[0] != '\0';
+    return hasShortForm && HasWildcards(found.cFileName) ? found.cAlternateFileName : found.cFileName;
+}
+
 bool IsOrdinary(const WIN32_FIND_DATAA& found)
 {
     return (found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) == 0;
@@ -52,12 +74,13 @@ int AddMatchesToList(HWND owner, const char* specification)
         return 0;
     }
     int count = 0;
+    bool sameList = true;
     do {
         if (IsOrdinary(found)) {
-            AddFileToList(owner, directory, found.cFileName);
+            sameList = AddFileToList(owner, directory, NameInCodePage(found));
             ++count;
         }
-    } while (FindNextFileA(search, &found));
+    } while (sameList && FindNextFileA(search, &found));
     FindClose(search);
     return count;
 }
@@ -65,7 +88,12 @@ int AddMatchesToList(HWND owner, const char* specification)
 void BuildFileList(HWND owner, char (&specification)[MaxPathSize])
 {
     ClearFileList();
+    const std::uint32_t generation = FileList.Generation;
     const int count = AddMatchesToList(owner, specification);
+    specification[0] = '\0';
+    if (FileList.Generation != generation) {
+        return; // other files have been opened meanwhile
+    }
     TrimFileList();
     GetListEntry(1, specification);
     if (count == 0) {

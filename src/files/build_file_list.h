@@ -7,14 +7,16 @@
 #include <windows.h>
 
 // Appends a file in lower case; with an empty name, directory is the whole path. Tells owner, if there is
-// one, when the list is full or becomes so: once for each file that does not fit.
-void AddFileToList(HWND owner, const char* directory, const char* name);
+// one, when the list is full or becomes so: once for each file that does not fit. False when the list was
+// replaced by another one meanwhile.
+bool AddFileToList(HWND owner, const char* directory, const char* name);
 
 // Whether path is a wildcard specification.
 bool HasWildcards(const char* path);
 
 // Appends the files that a wildcard specification matches, in the order in which the file system has them:
-// ordinary files only, no directories, hidden or system ones. Returns how many there are.
+// ordinary files only, no directories, hidden or system ones. Returns how many there are; fewer, when the list
+// is replaced by another one meanwhile.
 int AddMatchesToList(HWND owner, const char* specification);
 
 // Makes the files that a wildcard specification matches the list that is walked. The specification becomes

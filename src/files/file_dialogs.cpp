@@ -1,5 +1,6 @@
 #include "files/file_dialogs.h"
 
+#include "base/load_text.h"
 #include "files/build_file_list.h"
 #include "files/open_filter.h"
 #include "resources/ids.h"
@@ -32,7 +33,10 @@ void ListShownFiles(HWND files, const char* path)
         char name[MaxPathSize];
         if (length > 0 && length < static_cast<LRESULT>(sizeof name)) {
             SendMessageA(files, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(name));
-            AddFileToList(GetParent(files), directory, name);
+            if (!AddFileToList(GetParent(files), directory, name)) {
+                ClearFileList(); // the file that was chosen here is none of the other list
+                return;
+            }
         }
     }
     TrimFileList();
@@ -69,7 +73,7 @@ void PrepareRecord(const char* filterText)
         return;
     }
     char standard[FilterSize] = "";
-    LoadStringA(GetModuleHandleA(nullptr), IDS_OPEN_FILTER, standard, sizeof standard);
+    LoadText(IDS_OPEN_FILTER, standard);
     MakeOpenFilter(filterText[0] != '\0' ? filterText : standard, Dialog.Filter);
     Dialog.Record.lStructSize = OPENFILENAME_SIZE_VERSION_400A;
     Dialog.Record.hInstance = GetModuleHandleA(nullptr);

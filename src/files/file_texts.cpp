@@ -1,6 +1,7 @@
 #include "files/file_texts.h"
 
 #include "base/file_time.h"
+#include "base/load_text.h"
 #include "base/text.h"
 #include "files/associations.h"
 #include "resources/ids.h"
@@ -8,12 +9,6 @@
 #include <windows.h>
 
 namespace {
-
-template <std::size_t Size> void LoadText(UINT id, char (&text)[Size])
-{
-    text[0] = '\0';
-    LoadStringA(GetModuleHandleA(nullptr), id, text, Size);
-}
 
 AttributeWords LoadAttributeWords()
 {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "document/file_info.h"
+#include "files/association_table.h"
 #include "files/attribute_text.h"
 #include "files/list_date.h"
 
@@ -11,7 +12,7 @@ void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize]);
 // The local time of the modification, as the lists show it.
 void ModificationText(const FileInfo& info, char (&text)[FileDateSize]);
 
-constexpr std::size_t TypeTextSize = 40;
+constexpr std::size_t TypeTextSize = DescriptionSize;
 
 // What kind of file it is: its recognised type, else what its extension stands for. False when it is neither.
 bool TypeText(const FileInfo& info, const char* path, char (&text)[TypeTextSize]);

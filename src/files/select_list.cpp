@@ -1,18 +1,21 @@
 #include "files/select_list.h"
 
 #include "base/format.h"
+#include "base/load_text.h"
 #include "document/file_list.h"
 #include "document/identify.h"
 #include "document/port.h"
 #include "files/file_texts.h"
 #include "resources/ids.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 namespace {
 
 bool DetailsShown = false; // for the rest of the run
+
+std::uint32_t ShownGeneration = 0; // of the list in the dialog
 
 // The dialog as its resource lays it out, and as it is without the details, in pixels.
 struct DialogSizes {
@@ -38,16 +41,18 @@ void MeasureDialog(HWND dialog)
 void FollowDetailsShown(HWND dialog)
 {
     char label[20] = "";
-    LoadStringA(GetModuleHandleA(nullptr), DetailsShown ? IDS_DETAILS_HIDE : IDS_DETAILS_SHOW, label, sizeof label);
+    LoadText(DetailsShown ? IDS_DETAILS_HIDE : IDS_DETAILS_SHOW, label);
     SetDlgItemTextA(dialog, IDC_SELECT_DETAILS, label);
     SetWindowPos(dialog, nullptr, 0, 0, Sizes.Width, DetailsShown ? Sizes.FullHeight : Sizes.CollapsedHeight,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// From 0; LB_ERR when nothing is selected.
-int SelectedIndex(HWND dialog)
+// Position in the list; 0 when nothing is selected, and when the list has been replaced by another one since
+// the dialog was filled.
+std::int32_t SelectedPosition(HWND dialog)
 {
-    return static_cast<int>(SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_GETCURSEL, 0, 0));
+    const LRESULT index = SendDlgItemMessageA(dialog, IDC_SELECT_FILES, LB_GETCURSEL, 0, 0);
+    return index == LB_ERR || FileList.Generation != ShownGeneration ? 0 : static_cast<std::int32_t>(index) + 1;
 }
 
 void ShowDirectory(HWND dialog, std::int32_t position)
@@ -55,7 +60,7 @@ void ShowDirectory(HWND dialog, std::int32_t position)
     char directory[MaxPathSize];
     char name[MaxPathSize];
     GetListEntry(position, directory, name);
-    const std::size_t length = strnlen(directory, sizeof directory);
+    const std::size_t length = strlen(directory);
     if (length > 0 && directory[length - 1] == ':') {
         AppendText(directory, "\\");
     }
@@ -92,7 +97,7 @@ bool IdentifyPath(const char* path, FileInfo& info)
 
 void FillDetails(HWND dialog)
 {
-    const std::int32_t position = SelectedIndex(dialog) + 1;
+    const std::int32_t position = SelectedPosition(dialog);
     ShowDirectory(dialog, position);
     char path[MaxPathSize];
     GetListEntry(position, path);
@@ -108,6 +113,7 @@ void FillDetails(HWND dialog)
 
 void FillNames(HWND dialog)
 {
+    ShownGeneration = FileList.Generation;
     for (std::int32_t position = 1; position <= FileListSize(); ++position) {
         char directory[MaxPathSize];
         char name[MaxPathSize];
@@ -129,15 +135,14 @@ void OnInit(HWND dialog)
     }
 }
 
-// The list may have been replaced meanwhile by names from another process: then there is nothing to view.
 void OnView(HWND dialog)
 {
-    const int index = SelectedIndex(dialog);
-    if (index < 0 || index >= FileListSize()) {
+    const std::int32_t position = SelectedPosition(dialog);
+    if (position == 0) {
         MessageBeep(0);
         return;
     }
-    WalkFileList(index + 1);
+    WalkFileList(position);
     EndDialog(dialog, 1);
 }
 
@@ -148,7 +153,7 @@ void OnToggleDetails(HWND dialog)
     if (DetailsShown) {
         FillDetails(dialog);
     }
-    SetFocus(GetDlgItem(dialog, IDC_SELECT_FILES));
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, IDC_SELECT_FILES)), TRUE);
 }
 
 void OnListNotice(HWND dialog, int notice)

@@ -5,4 +5,4 @@ struct FindState {
     bool FindSucceeded = false; // the last search found something; only then it can be repeated
 };
 
-inline FindState Find;
+extern FindState Find;

@@ -1,5 +1,6 @@
 #include "search/goto_dialog.h"
 
+#include "base/load_text.h"
 #include "resources/ids.h"
 #include "search/goto_target.h"
 
@@ -8,7 +9,7 @@ namespace {
 void FillDialog(HWND dialog, bool hexMode)
 {
     char prompt[20] = "";
-    LoadStringA(GetModuleHandleA(nullptr), hexMode ? IDS_PROMPT_OFFSET : IDS_PROMPT_LINE, prompt, sizeof prompt);
+    LoadText(hexMode ? IDS_PROMPT_OFFSET : IDS_PROMPT_LINE, prompt);
     SetDlgItemTextA(dialog, IDC_GOTO_PROMPT, prompt);
     SendDlgItemMessageA(dialog, IDC_GOTO_TEXT, CB_LIMITTEXT, GotoTextSize - 1, 0);
     const TextHistory<GotoTextSize>& history = hexMode ? Goto.Offsets : Goto.Lines;

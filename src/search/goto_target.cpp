@@ -12,7 +12,7 @@ bool FindGotoTarget(const char* text, bool hexMode, std::int32_t& topLine)
 {
     const long long number = strtoll(text, nullptr, hexMode ? 16 : 10);
     if (!hexMode) {
-        topLine = static_cast<std::int32_t>(std::clamp<long long>(number, 1, Document.LineCount)) - 1;
+        topLine = static_cast<std::int32_t>(std::clamp<long long>(number, 1, std::max(Document.LineCount, 1))) - 1;
         return true;
     }
     if (number < 0 || number > Document.FileSize) {

@@ -84,15 +84,18 @@ PickStep OnPickMessage(HDC dc, LockPick& pick, const MSG& message)
     }
 }
 
-// Takes every message off the queue until the choice is made; nothing else is served meanwhile. The program's
-// end is put back for the main loop.
+// Takes every message off the queue until the choice is made. Only what other processes send comes through, and
+// may bring another document, which ends the choice. The program's end is put back for the main loop.
 bool Choose(HDC dc, LockPick& pick)
 {
     PickStep step = PickStep::GoOn;
-    while (step == PickStep::GoOn) {
+    while (step == PickStep::GoOn && View.PickingLock) {
         MSG message;
         if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
             WaitMessage();
+        } else if (message.message == WM_PAINT) {
+            // Looking does not take it off; what is not painted now is painted after the choice.
+            ValidateRect(message.hwnd, nullptr);
         } else if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
             step = PickStep::Cancel;
@@ -100,7 +103,7 @@ bool Choose(HDC dc, LockPick& pick)
             step = OnPickMessage(dc, pick, message);
         }
     }
-    return step == PickStep::Accept;
+    return step == PickStep::Accept && View.PickingLock;
 }
 
 void MovePointerTo(HWND view, std::int32_t x, std::int32_t y)
@@ -114,6 +117,7 @@ void MovePointerTo(HWND view, std::int32_t x, std::int32_t y)
 
 void ClearLock()
 {
+    View.PickingLock = false;
     View.LockTopLine = View.LockRows = View.LockColStart = View.LockCols = 0;
 }
 
@@ -124,12 +128,16 @@ void PickLock(HWND view)
     SetCapture(view);
     MovePointerTo(view, pick.X, pick.Y);
     bool accepted = false;
+    View.PickingLock = true;
     {
         WindowDc dc(view);
         DrawBars(dc, pick);
         accepted = Choose(dc, pick);
-        DrawBars(dc, pick);
+        if (View.PickingLock) {
+            DrawBars(dc, pick);
+        }
     }
+    View.PickingLock = false;
     SetCursor(before);
     ReleaseCapture();
     if (!accepted) {

@@ -24,6 +24,19 @@ bool HasSelection()
     return View.SelLineA != 0 && View.SelLineB != 0;
 }
 
+bool SelectEverything()
+{
+    if (RowCount() == 0) {
+        return false;
+    }
+    View.SelLineA = View.SelAnchorLine = 1;
+    View.SelLineB = RowCount();
+    View.SelColA = 0;
+    // More than any line holds: each reader cuts it to the line.
+    View.SelColB = INT32_MAX;
+    return true;
+}
+
 std::int32_t FirstSelectedLine()
 {
     return std::min(View.SelLineA, View.SelLineB);

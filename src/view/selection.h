@@ -17,6 +17,10 @@ struct ColumnRun {
 };
 
 bool HasSelection();
+
+// From the beginning to the end of the file; false when there is nothing, as in the dump of an empty file.
+bool SelectEverything();
+
 std::int32_t FirstSelectedLine();
 std::int32_t LastSelectedLine();
 

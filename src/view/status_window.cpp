@@ -1,6 +1,7 @@
 #include "view/status_window.h"
 
 #include "base/format.h"
+#include "base/load_text.h"
 #include "base/text.h"
 #include "document/document_state.h"
 #include "resources/ids.h"
@@ -126,8 +127,7 @@ void OnShowPosition(HWND window)
 
 void OnShowString(HWND window, UINT id)
 {
-    Status.StatusText[0] = '\0';
-    LoadStringA(Windows.Instance, id, Status.StatusText, sizeof Status.StatusText);
+    LoadText(id, Status.StatusText);
     ShowText(window);
     Status.ReadingShown = id == IDS_READING;
     if (Status.ReadingShown) {
@@ -159,6 +159,13 @@ void OnMenuSelect(HWND window, WPARAM wParam, LPARAM lParam)
     }
 }
 
+void OnDoubleClick()
+{
+    if (View.FileShown) {
+        SendMessageA(Windows.Main, WM_COMMAND, IDM_SEARCH_GOTO, 0);
+    }
+}
+
 SIZE MeasureStatusText(const char* text)
 {
     WindowDc dc(Windows.Status);
@@ -182,8 +189,8 @@ void FormatThumbText(std::int32_t line, std::uint32_t offset, char (&text)[40])
 void OpenThumbPopUp(HWND view)
 {
     if (Thumb.LineLabel[0] == '\0') {
-        LoadStringA(Windows.Instance, IDS_LABEL_LINE, Thumb.LineLabel, sizeof Thumb.LineLabel);
-        LoadStringA(Windows.Instance, IDS_LABEL_OFFSET, Thumb.OffsetLabel, sizeof Thumb.OffsetLabel);
+        LoadText(IDS_LABEL_LINE, Thumb.LineLabel);
+        LoadText(IDS_LABEL_OFFSET, Thumb.OffsetLabel);
     }
     char widest[40];
     FormatThumbText(Document.LineCount, static_cast<std::uint32_t>(Document.FileSize), widest);
@@ -267,8 +274,8 @@ LRESULT CALLBACK StatusWndProc(HWND window, UINT message, WPARAM wParam, LPARAM 
 {
     switch (message) {
     case WM_CREATE:
-        LoadStringA(Windows.Instance, IDS_LINE_FORMAT, Status.Formats.Line, sizeof Status.Formats.Line);
-        LoadStringA(Windows.Instance, IDS_FILE_FORMAT, Status.Formats.File, sizeof Status.Formats.File);
+        LoadText(IDS_LINE_FORMAT, Status.Formats.Line);
+        LoadText(IDS_FILE_FORMAT, Status.Formats.File);
         return 0;
     case WM_DESTROY:
         DeleteObject(Status.StatusFont);
@@ -281,6 +288,7 @@ LRESULT CALLBACK StatusWndProc(HWND window, UINT message, WPARAM wParam, LPARAM 
     case WM_ERASEBKGND: return OnErase(window, reinterpret_cast<HDC>(wParam));
     case WM_PAINT: OnPaint(window); return 0;
     case WM_MENUSELECT: OnMenuSelect(window, wParam, lParam); return 0;
+    case WM_LBUTTONDBLCLK: OnDoubleClick(); return 0;
     case WM_SHOW_POSITION: OnShowPosition(window); return 0;
     case WM_SHOW_STRING: OnShowString(window, static_cast<UINT>(wParam)); return 0;
     default: return DefWindowProcA(window, message, wParam, lParam);

@@ -55,6 +55,8 @@ struct ViewState {
     std::int32_t LockColStart = 0; // first column shown in the locked columns
     std::int32_t LockCols = 0;
 
+    bool PickingLock = false; // headings are being chosen; ended when another document or mode comes
+
     // Mouse and scroll gestures.
     bool Selecting = false;
     bool AutoScrollTimer = false;

@@ -193,6 +193,7 @@ void OnLeftButtonDown(HWND view, std::int32_t x, std::int32_t y)
 {
     if (HasSelection()) {
         ClearSelection(view, View.SelLineA, View.SelLineB);
+        ViewCalls.SelectionChanged(false);
     }
     if (AnyLock() || Document.LineCount == 0 || !View.FileShown) {
         return;
@@ -340,6 +341,9 @@ void OnRightDoubleClick(HWND view)
 void OnRightClickTimer(HWND view)
 {
     KillTimer(view, RightClickTimerId);
+    if (!IsWindowEnabled(Windows.Main)) {
+        return; // a dialog has been opened since
+    }
     if (!View.RightDoubleClicked && !ViewCalls.ShowFileList()) {
         MessageBeep(0);
     }
