@@ -42,7 +42,6 @@ bool HasEditor()
 // Finds out what files of path's extension are called on the way.
 LaunchMode ClassifyLaunch(const char* path)
 {
-    App.TypeDescription[0] = '\0';
     const char* const extension = ExtensionOf(path);
     LaunchFacts facts = {};
     facts.HasExtension = extension[0] != '\0' && extension[1] != '\0';
@@ -102,6 +101,7 @@ void SetFileMenuState(bool fileOpen, const char* path)
     EnableLock(fileOpen && Document.IsText);
     SetSelectionMenuState(false);
     ForgetSearch();
+    App.TypeDescription[0] = '\0';
     App.Launch = fileOpen ? ClassifyLaunch(path) : LaunchMode::None;
     EnableCommandAndButton(IDM_FILE_LAUNCH, ButtonLaunch, App.Launch != LaunchMode::None);
 }
