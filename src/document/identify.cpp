@@ -200,5 +200,5 @@ bool ReadZipCentral(const FileInfo& info, std::span<std::uint8_t> destination)
         return false;
     }
     const std::int32_t bytes = static_cast<std::int32_t>(record.DirectoryBytes);
-    return ReadAt(static_cast<std::int32_t>(record.DirectoryPosition), destination.data(), bytes) == bytes;
+    return bytes > 0 && ReadAt(static_cast<std::int32_t>(record.DirectoryPosition), destination.data(), bytes) == bytes;
 }

@@ -27,5 +27,5 @@ void ListImports(const char* path, const ImportSink& sink);
 bool ReadZipEnd(const FileInfo& info, ZipEndRecord& record);
 
 // The central directory of the current document, a ZIP archive. False, and nothing read, when it does not fit
-// into destination or passes the end of the file; false as well when it cannot be read whole.
+// into destination or passes the end of the file; false as well when it is empty or cannot be read whole.
 bool ReadZipCentral(const FileInfo& info, std::span<std::uint8_t> destination);

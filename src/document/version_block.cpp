@@ -12,6 +12,7 @@ struct Element {
     std::size_t Value;
     std::size_t Children;
     std::size_t End;
+    bool HasValue;
 };
 
 constexpr std::size_t ElementHead = 6;
@@ -46,6 +47,7 @@ bool ReadElement(ByteSpan block, std::size_t offset, std::size_t end, Element& e
     element.End = length < end - offset ? offset + length : end;
     element.Key = offset + ElementHead;
     element.Value = Aligned(BehindText(block, element.Key, element.End));
+    element.HasValue = ReadU16(block, offset + 2) != 0;
     const bool isText = ReadU16(block, offset + 4) == 1;
     const std::size_t valueBytes = ReadU16(block, offset + 2) * std::size_t{isText ? 2u : 1u};
     element.Children = Aligned(element.Value + valueBytes);
@@ -119,7 +121,7 @@ bool FindString(ByteSpan block, const Element& root, const char* languageKey, co
 void CopyValue(ByteSpan block, const Element& text, char16_t* destination, std::size_t size)
 {
     std::size_t length = 0;
-    for (std::size_t at = text.Value; at + 2 <= text.End && length < size - 1; at += 2, ++length) {
+    for (std::size_t at = text.Value; text.HasValue && at + 2 <= text.End && length < size - 1; at += 2, ++length) {
         destination[length] = ReadU16(block, at);
         if (destination[length] == 0) {
             return;

@@ -234,7 +234,11 @@ void UnmapFile(const MappedFile& mapped)
 
 bool CanRead(const std::uint8_t*, std::size_t)
 {
-    return Port.ReadableChecks < 0 || Port.ReadableChecks-- > 0;
+    if (Port.ReadableChecks > 0) {
+        --Port.ReadableChecks;
+        return true;
+    }
+    return Port.ReadableChecks < 0;
 }
 
 void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)

@@ -4,9 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -64,6 +66,47 @@ TEST(RecentFilesLoad, EntryBehindARemainingGapDoesNotCount)
 TEST(RecentFilesLoad, LastEntryAloneIsFound)
 {
     EXPECT_EQ(PathsOf(*Loaded({"", "", "", "", "", "", "", "", "z"})), (Paths{"z"}));
+}
+
+TEST(RecentFilesLoad, EveryPatternOfGapsIsClosedInOnePass)
+{
+    for (unsigned pattern = 0; pattern < 1u << MaxRecentFiles; ++pattern) {
+        auto recent = std::make_unique<RecentFiles>();
+        Paths plain(MaxRecentFiles);
+        for (int i = 0; i < MaxRecentFiles; ++i) {
+            if ((pattern >> i & 1) != 0) {
+                plain[static_cast<std::size_t>(i)] = std::to_string(i + 1);
+                CopyText(recent->Paths[i], std::to_string(i + 1).c_str());
+            }
+        }
+        CompactRecentFiles(*recent);
+        std::size_t destination = 0;
+        for (std::size_t source = 1; source < plain.size(); ++source) {
+            if (plain[destination].empty()) {
+                std::swap(plain[destination], plain[source]);
+            } else {
+                ++destination;
+            }
+        }
+        EXPECT_EQ(Paths(recent->Paths, recent->Paths + MaxRecentFiles), plain) << pattern;
+        const auto gap = std::find(plain.begin(), plain.end(), "");
+        EXPECT_EQ(recent->Count, gap - plain.begin()) << pattern;
+    }
+}
+
+TEST(RecentFilesAdd, LoadedPathIsFoundAgainAndNewOnesFollow)
+{
+    const auto recent = Loaded({"a", "", "b"});
+    EXPECT_FALSE(AddRecentPath(*recent, "b"));
+    EXPECT_TRUE(AddRecentPath(*recent, "c"));
+    EXPECT_EQ(PathsOf(*recent), (Paths{"a", "b", "c"}));
+}
+
+TEST(RecentFilesAdd, PathBehindARemainingGapIsNotInTheList)
+{
+    const auto recent = Loaded({"a", "", "", "b", "c", "", "", "", ""});
+    EXPECT_TRUE(AddRecentPath(*recent, "c"));
+    EXPECT_EQ(PathsOf(*recent), (Paths{"a", "b", "c"}));
 }
 
 TEST(RecentFilesAdd, NewPathBecomesTheLast)
@@ -150,4 +193,22 @@ TEST(RecentFilesMenu, LongestPathFitsItsText)
     char text[MaxPathSize + 8];
     FormatRecentText(recent, 0, text, sizeof text);
     EXPECT_EQ(std::string(text), "&1 c:\\..." + std::string(27, 'p'));
+}
+
+TEST(RecentFilesMenu, WithoutADirectoryBehindTheCutTheTailBeginsThere)
+{
+    RecentFiles recent;
+    AddRecentPath(recent, "c:\\one\\two\\a name that is longer than the limit.txt");
+    char text[300];
+    FormatRecentText(recent, 0, text, sizeof text);
+    EXPECT_STREQ(text, "&1 c:\\...s longer than the limit.txt"); // no backslash follows the cut
+}
+
+TEST(RecentFilesMenu, FileInTheRootIsShortenedLikeAnyOther)
+{
+    RecentFiles recent;
+    AddRecentPath(recent, "c:\\a name that is longer than the limit.txt");
+    char text[300];
+    FormatRecentText(recent, 0, text, sizeof text);
+    EXPECT_STREQ(text, "&1 c:\\...s longer than the limit.txt");
 }
