@@ -660,7 +660,7 @@ TEST_F(IdentifyTest, ZipCentralThatPassesTheEndIsNotRead)
     EXPECT_EQ(central(16, 2), "ai" + std::string(28, 'x'));
     EXPECT_EQ(central(16, 26).substr(0, 7), std::string("ail\0PK\5", 7));
     EXPECT_EQ(central(16, 27), "not read");
-    EXPECT_EQ(central(42, 0), std::string(30, 'x'));
+    EXPECT_EQ(central(42, 0), "not read") << "an empty directory is none";
     EXPECT_EQ(central(43, 1), "not read");
     EXPECT_EQ(central(0x7FFFFFFF, 30), "not read");
     EXPECT_EQ(central(0x80000000, 2), "not read");
