@@ -1,8 +1,8 @@
 #include "document/port.h"
 
 #include "base/file_time.h"
-#include "base/text.h"
 
+#include <cstdio>
 #include <windows.h>
 
 MemoryHandle AllocateMemory(std::size_t bytes)
@@ -175,7 +175,7 @@ void ToAnsiText(const char16_t* text, char* ansi, std::size_t size)
     char whole[512]; // more than any text that is converted here
     const int bytes = WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<const wchar_t*>(text), -1, whole, sizeof whole,
                                           nullptr, nullptr);
-    CopyText(ansi, size, bytes > 0 ? whole : "");
+    snprintf(ansi, size, "%s", bytes > 0 ? whole : "");
 }
 
 std::uint16_t UserLanguage()
