@@ -70,6 +70,8 @@ void OpenNewList(HWND mainWindow)
     if (GetListEntry(1, path)) {
         WalkFileList(1);
         OpenNamedFile(mainWindow, path);
+    } else {
+        ShowListState();
     }
 }
 
@@ -101,5 +103,7 @@ void OpenDropped(HWND mainWindow, HDROP drop)
         }
     } else if (DragQueryFileA(drop, 0, path, sizeof path) != 0) {
         OpenNamedFile(mainWindow, path);
+    } else {
+        ShowListState();
     }
 }

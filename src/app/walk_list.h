@@ -16,7 +16,7 @@ void NextFileByKey(HWND mainWindow, UINT id);
 // Shows the list and opens the file chosen from it. False when there is no list.
 bool RunSelectList();
 
-// The list is complete: it is walked from its first file on, which is opened. An empty one changes nothing.
+// The list is complete: it is walked from its first file on, which is opened. Of an empty one nothing is opened.
 void OpenNewList(HWND mainWindow);
 
 // Opens what was dropped: one file, or several as a list. The list before is gone either way.

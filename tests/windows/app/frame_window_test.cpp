@@ -1,8 +1,12 @@
 #include "app/frame_window.h"
 
 #include "app/app_state.h"
+#include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "document/document_state.h"
+#include "document/file_list.h"
+#include "files/build_file_list.h"
+#include "harness/dialogs.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
 #include "resources/ids.h"
@@ -89,6 +93,7 @@ TEST_F(FrameWindow, MinimizingReleasesTheFileAndRestoringTakesItBack)
     EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
     EXPECT_NE(0, Document.FileHandle);
     EXPECT_TRUE(View.FileShown);
+    EXPECT_FALSE(App.ClosedOnIconize);
 }
 
 TEST_F(FrameWindow, APathOf259CharactersOpens)
@@ -138,4 +143,105 @@ TEST_F(FrameWindow, CommandsThatNeedAFileDoNothingWithoutOne)
     EXPECT_EQ(0, View.SelLineB);
     EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_CLOSE, 0));
     EXPECT_FALSE(IsIconic(Windows.Main));
+}
+
+TEST_F(FrameWindow, AFileThatChangedWhileItWasAnIconIsReportedAndOpenedAnew)
+{
+    ScratchFile file("iconized.txt", "one\n");
+    OpenSequence(Windows.Main, file.Path());
+    SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
+    file.Append("two\n");
+    file.SetTime(1000000000);
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
+    EXPECT_EQ("The current file has changed and will be reopened", answers.OnlyText());
+    EXPECT_TRUE(View.FileShown);
+    EXPECT_EQ(2, Document.LineCount);
+    EXPECT_FALSE(App.ClosedOnIconize);
+}
+
+TEST_F(FrameWindow, AFileOpenedWhileTheChangeIsReportedStays)
+{
+    ScratchFile file("iconized.txt", "one\n");
+    const ScratchFile other("other.txt", "text");
+    OpenSequence(Windows.Main, file.Path());
+    SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
+    file.Append("two\n");
+    file.SetTime(1000000000);
+    DialogAnswers answers;
+    answers.Then([&other](HWND box) {
+        OpenSequence(Windows.Main, other.Path());
+        PressButton(box, IDOK);
+    });
+    SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0);
+    EXPECT_EQ("Kestovar-other.txt", Title());
+}
+
+TEST_F(FrameWindow, AFileThatIsGoneWhenTheIconIsRestoredIsReportedAndClosed)
+{
+    const ScratchFile file("iconized.txt", "one\n");
+    OpenSequence(Windows.Main, file.Path());
+    AddFileToList(nullptr, "c:\\a\\list", "");
+    AddFileToList(nullptr, "c:\\of\\two", "");
+    WalkFileList(1);
+    SetListMenuState();
+    SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
+    ASSERT_TRUE(DeleteFileA(file.Path()));
+    DialogAnswers answers;
+    answers.Then([](HWND box) {
+        EXPECT_FALSE(View.FileShown) << "nothing to paint behind the box";
+        PressButton(box, IDOK);
+    });
+    EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
+    EXPECT_EQ("File being browsed could not be re-opened", answers.OnlyText());
+    EXPECT_FALSE(View.FileShown);
+    EXPECT_EQ("Kestovar", Title());
+    EXPECT_TRUE(IsCommandPossible(IDM_FILE_NEXT)) << "the list stays";
+    ClearFileList();
+    SetListMenuState();
+}
+
+TEST_F(FrameWindow, RestoringAnIconWithoutAFileAsksNothing)
+{
+    const DialogAnswers none;
+    SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
+    EXPECT_FALSE(App.ClosedOnIconize);
+    EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
+}
+
+TEST_F(FrameWindow, EscClosesTheFileOrEndsTheProgram)
+{
+    const ScratchFile file("esc.txt", "text");
+    OpenSequence(Windows.Main, file.Path());
+    SendMessageA(Windows.Main, WM_KEYDOWN, VK_ESCAPE, 0);
+    EXPECT_FALSE(View.FileShown);
+    EXPECT_TRUE(IsIconic(Windows.Main));
+    ShowWindow(Windows.Main, SW_SHOWNORMAL);
+    AppOptions.ExitOnEsc = 1;
+    const HWND window = Windows.Main;
+    SendMessageA(window, WM_KEYDOWN, VK_ESCAPE, 0);
+    EXPECT_FALSE(IsWindow(window));
+    PumpMessages();
+    EndProgram();
+    StartProgramOnce();
+}
+
+TEST_F(FrameWindow, EscWithoutAFileLeavesTheWindowAsItIs)
+{
+    SendMessageA(Windows.Main, WM_KEYDOWN, VK_ESCAPE, 0);
+    EXPECT_FALSE(IsIconic(Windows.Main)) << "there is nothing to close";
+}
+
+TEST_F(FrameWindow, TheBusyCursorIsShownFromItsBeginningToItsEnd)
+{
+    SendMessageA(Windows.Main, WM_USER, 0, 0);
+    EXPECT_EQ(Drawing.WaitCursor, GetCursor());
+    SetCursor(Drawing.ArrowCursor);
+    EXPECT_EQ(1, SendMessageA(Windows.Main, WM_SETCURSOR, reinterpret_cast<WPARAM>(Windows.Main), HTCLIENT));
+    EXPECT_EQ(Drawing.WaitCursor, GetCursor());
+    SendMessageA(Windows.Main, WM_USER + 1, 0, 0);
+    EXPECT_EQ(Drawing.ArrowCursor, GetCursor());
+    SendMessageA(Windows.Main, WM_SETCURSOR, reinterpret_cast<WPARAM>(Windows.Main), HTCLIENT);
+    EXPECT_NE(Drawing.WaitCursor, GetCursor());
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <string>
@@ -52,6 +53,29 @@ public:
 private:
     int File;
 };
+
+// Maps a file and unmaps it with the object.
+class Mapped {
+public:
+    explicit Mapped(const char* path) : File(MapWholeFile(path)) {}
+    ~Mapped() { UnmapFile(File); }
+    Mapped(const Mapped&) = delete;
+    Mapped& operator=(const Mapped&) = delete;
+    bool IsThere() const { return File.Bytes != nullptr; }
+    std::size_t Size() const { return File.Size; }
+    std::string Content() const { return std::string(reinterpret_cast<const char*>(File.Bytes), File.Size); }
+
+private:
+    MappedFile File;
+};
+
+// A text in the system's code page, in room for 40 bytes.
+std::string Ansi(const char16_t* text)
+{
+    char ansi[40] = "as before";
+    ToAnsiText(text, ansi, sizeof ansi);
+    return ansi;
+}
 
 } // namespace
 
@@ -407,4 +431,128 @@ TEST(MemoryObjects, ShrinkingKeepsTheBeginning)
     EXPECT_STREQ("beginning", static_cast<const char*>(LockMemory(shrunk)));
     UnlockMemory(shrunk);
     FreeMemory(shrunk);
+}
+
+TEST(MapWholeFileTest, AllBytesAreThere)
+{
+    for (const std::size_t size : {1u, 4095u, 4096u, 4097u, 200000u}) {
+        const std::string content = Pattern(size, 11);
+        const ScratchFile scratch("mapped.bin", content);
+        const Mapped mapped(scratch.Path());
+        ASSERT_TRUE(mapped.IsThere()) << size;
+        EXPECT_EQ(size, mapped.Size());
+        EXPECT_TRUE(mapped.Content() == content) << size;
+    }
+}
+
+TEST(MapWholeFileTest, AMissingFileIsNotMapped)
+{
+    const Mapped mapped(ScratchPath("missing.bin").c_str());
+    EXPECT_FALSE(mapped.IsThere());
+    EXPECT_EQ(0u, mapped.Size());
+    EXPECT_FALSE(Mapped("").IsThere());
+}
+
+TEST(MapWholeFileTest, ADirectoryIsNotMapped)
+{
+    char directory[MAX_PATH];
+    GetWindowsDirectoryA(directory, sizeof directory);
+    EXPECT_FALSE(Mapped(directory).IsThere());
+}
+
+TEST(MapWholeFileTest, AnEmptyFileIsNotMapped)
+{
+    const ScratchFile scratch("empty.bin", "");
+    const Mapped mapped(scratch.Path());
+    EXPECT_FALSE(mapped.IsThere());
+    EXPECT_EQ(0u, mapped.Size());
+}
+
+TEST(MapWholeFileTest, AFileThatAnotherProgramKeepsForItselfIsNotMapped)
+{
+    const ScratchFile scratch("locked.bin", "content");
+    const HANDLE keeper = CreateFileA(scratch.Path(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, keeper);
+    EXPECT_FALSE(Mapped(scratch.Path()).IsThere());
+    CloseHandle(keeper);
+    EXPECT_EQ("content", Mapped(scratch.Path()).Content());
+}
+
+TEST(MapWholeFileTest, TheOpenDocumentCanBeMappedToo)
+{
+    const ScratchFile scratch("open.bin", "content");
+    const OpenedFile file(scratch.Path());
+    ASSERT_NE(0, file);
+    EXPECT_EQ("content", Mapped(scratch.Path()).Content());
+    EXPECT_EQ("content", ReadFrom(file, 0, 20));
+}
+
+TEST(MapWholeFileTest, AReadOnlyFileIsMapped)
+{
+    const ScratchFile scratch("read-only.bin", "content");
+    SetFileAttributesA(scratch.Path(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ("content", Mapped(scratch.Path()).Content());
+}
+
+TEST(MapWholeFileTest, NothingIsHeldAfterwards)
+{
+    const ScratchFile scratch("released.bin", "content");
+    DWORD before = 0;
+    DWORD after = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &before);
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_TRUE(Mapped(scratch.Path()).IsThere());
+    }
+    GetProcessHandleCount(GetCurrentProcess(), &after);
+    EXPECT_EQ(before, after);
+    const HANDLE keeper = CreateFileA(scratch.Path(), GENERIC_WRITE, 0, nullptr, TRUNCATE_EXISTING, 0, nullptr);
+    EXPECT_NE(INVALID_HANDLE_VALUE, keeper) << "a mapped file cannot be truncated";
+    CloseHandle(keeper);
+}
+
+TEST(ToAnsiTextTest, LettersOfTheCodePageAreKept)
+{
+    ASSERT_EQ(1252u, GetACP()) << "this run tells nothing";
+    EXPECT_EQ("Text 1", Ansi(u"Text 1"));
+    EXPECT_EQ("\xA9 \xC4\xD6\xDC \xE9 \x80", Ansi(u"\u00A9 \u00C4\u00D6\u00DC \u00E9 \u20AC"));
+    EXPECT_EQ("", Ansi(u""));
+}
+
+TEST(ToAnsiTextTest, OtherLettersHaveAStandIn)
+{
+    EXPECT_EQ("a?b", Ansi(u"a\u65E5b"));
+}
+
+TEST(ToAnsiTextTest, ALongTextIsCut)
+{
+    const std::u16string text(100, u'x');
+    EXPECT_EQ(std::string(39, 'x'), Ansi(text.c_str()));
+    char one[1] = {'y'};
+    ToAnsiText(text.c_str(), one, sizeof one);
+    EXPECT_EQ('\0', one[0]);
+    char exact[101];
+    ToAnsiText(text.c_str(), exact, sizeof exact);
+    EXPECT_EQ(std::string(100, 'x'), exact);
+}
+
+TEST(ToAnsiTextTest, ATextLongerThanAnyThatIsConvertedBecomesEmpty)
+{
+    EXPECT_EQ("", Ansi(std::u16string(600, u'x').c_str()));
+}
+
+TEST(ToAnsiTextTest, NothingBehindTheRoomIsTouched)
+{
+    char room[6] = {'1', '2', '3', '4', '5', '6'};
+    ToAnsiText(u"abcdefgh", room, 4);
+    EXPECT_STREQ("abc", room);
+    EXPECT_EQ('5', room[4]);
+    EXPECT_EQ('6', room[5]);
+}
+
+TEST(UserLanguageTest, IsTheLanguageOfTheUsersTexts)
+{
+    char number[9] = "";
+    GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_ILANGUAGE, number, sizeof number);
+    EXPECT_EQ(strtoul(number, nullptr, 16), UserLanguage());
+    EXPECT_NE(0, UserLanguage());
 }

@@ -103,7 +103,8 @@ protected:
     {
         EXPECT_EQ(0, View.SelLineA);
         EXPECT_EQ(0, View.SelLineB);
-        EXPECT_EQ(std::vector<bool>{false}, SelectionChanges);
+        ASSERT_FALSE(SelectionChanges.empty());
+        EXPECT_EQ(std::vector<bool>(SelectionChanges.size(), false), SelectionChanges);
         EXPECT_FALSE(View.Selecting);
         EXPECT_NE(Windows.View, GetCapture());
     }
