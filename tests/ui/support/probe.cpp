@@ -185,10 +185,24 @@ ProbeUseRecord Probe::Use()
 
 void Probe::Drop(HWND window, const std::string& path)
 {
+    DropFiles(window, {path});
+}
+
+void Probe::DropFiles(HWND window, const std::vector<std::string>& paths)
+{
+    std::string names;
+    for (const std::string& path : paths) {
+        names += path + '\0';
+    }
+    names += '\0'; // the list ends with an empty name
     ProbeDropRecord record;
     record.Window = window;
-    path.copy(record.Path, sizeof record.Path - 1);
-    Call(ProbeRequest::Drop, &record, sizeof record);
+    record.Bytes = static_cast<std::int32_t>(names.size());
+    constexpr std::size_t Head = offsetof(ProbeDropRecord, Names);
+    std::vector<std::uint8_t> bytes(Head + names.size());
+    memcpy(bytes.data(), &record, Head);
+    memcpy(bytes.data() + Head, names.data(), names.size());
+    Call(ProbeRequest::Drop, bytes.data(), bytes.size());
 }
 
 ProbeCursorShape Probe::Cursor()

@@ -49,6 +49,7 @@ public:
     std::vector<ProbeText> TakeRecorded();
     ProbeUseRecord Use();
     void Drop(HWND window, const std::string& path);
+    void DropFiles(HWND window, const std::vector<std::string>& paths);
     ProbeCursorShape Cursor();
 
 private:

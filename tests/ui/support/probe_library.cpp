@@ -207,11 +207,11 @@ bool CountUse(ProbeUseRecord& record)
 
 bool DropFile(const ProbeDropRecord& record)
 {
-    const std::size_t bytes = sizeof(DROPFILES) + strlen(record.Path) + 2; // the list ends with an empty name
-    const HGLOBAL memory = GlobalAlloc(GHND, bytes);
+    const std::size_t bytes = static_cast<std::size_t>(record.Bytes);
+    const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + bytes);
     DROPFILES* const drop = static_cast<DROPFILES*>(GlobalLock(memory));
     drop->pFiles = sizeof *drop;
-    strcpy(reinterpret_cast<char*>(drop + 1), record.Path);
+    memcpy(drop + 1, record.Names, bytes);
     GlobalUnlock(memory);
     return PostMessageA(record.Window, WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0) != FALSE;
 }

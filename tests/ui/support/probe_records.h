@@ -89,10 +89,11 @@ struct ProbeUseRecord {
     std::int32_t Beeps = 0; // since the library was loaded
 };
 
-// Drop: drops a file on a window. The block of names has to belong to the receiver's process.
+// Drop: drops files on a window. The block of names has to belong to the receiver's process.
 struct ProbeDropRecord {
     HWND Window = nullptr;
-    char Path[MAX_PATH] = "";
+    std::int32_t Bytes = 0;
+    char Names[1] = ""; // Bytes of them: each with its zero byte, and one more behind the last
 };
 
 enum class ProbeCursorShape : std::int32_t { Other, Arrow, Wait, Ibeam };
