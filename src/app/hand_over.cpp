@@ -112,6 +112,7 @@ LRESULT OnRemoteFile(HWND mainWindow, bool isFirst)
     if (isFirst) {
         Remote.State = RemoteState::Receiving;
         ClearFileList();
+        ShowListState(); // the batch may never end
     }
     char path[MaxPathSize];
     if (CopySharedPath(path) && path[0] != '\0') {

@@ -2,9 +2,11 @@
 
 #include "app/app_state.h"
 #include "app/open_sequence.h"
+#include "base/messages.h"
 #include "document/file_list.h"
 #include "files/build_file_list.h"
 #include "files/select_list.h"
+#include "resources/ids.h"
 #include "view/frame_windows.h"
 
 #include <shellapi.h>
@@ -90,20 +92,29 @@ bool ListDropped(HWND mainWindow, HDROP drop, UINT count)
     return true;
 }
 
+void OpenOneDropped(HWND mainWindow, HDROP drop)
+{
+    char path[MaxPathSize + 1];
+    const UINT length = DragQueryFileA(drop, 0, path, sizeof path);
+    if (length >= MaxPathSize) {
+        ReportMessage(mainWindow, IDS_CANNOT_OPEN, NamePart(path));
+    } else if (length > 0) {
+        OpenNamedFile(mainWindow, path);
+    }
+}
+
 } // namespace
 
 void OpenDropped(HWND mainWindow, HDROP drop)
 {
     const UINT count = DragQueryFileA(drop, UINT_MAX, nullptr, 0);
     ClearFileList();
-    char path[MaxPathSize] = "";
     if (count > 1) {
         if (ListDropped(mainWindow, drop, count)) {
             OpenNewList(mainWindow);
         }
-    } else if (DragQueryFileA(drop, 0, path, sizeof path) != 0) {
-        OpenNamedFile(mainWindow, path);
     } else {
         ShowListState();
+        OpenOneDropped(mainWindow, drop);
     }
 }

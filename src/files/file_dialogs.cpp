@@ -22,8 +22,11 @@ struct DialogState {
 
 DialogState Dialog;
 
-void ListShownFiles(HWND files, const char* path)
+// Returns the position of the chosen file, which is the index-th in the list box, from 0; beyond the list when
+// the list was full before it came.
+std::int32_t ListShownFiles(HWND files, const char* path, LRESULT index)
 {
+    std::int32_t position = static_cast<std::int32_t>(index) + 1;
     char directory[MaxPathSize];
     CopyText(directory, path);
     directory[DirectoryEnd(path)] = '\0';
@@ -35,11 +38,15 @@ void ListShownFiles(HWND files, const char* path)
             SendMessageA(files, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(name));
             if (!AddFileToList(GetParent(files), directory, name)) {
                 ClearFileList(); // the file that was chosen here is none of the other list
-                return;
+                return position;
             }
+        }
+        if (i == index) {
+            position = FileListSize(); // a path too long for the list may have been left out before
         }
     }
     TrimFileList();
+    return position;
 }
 
 // A file is chosen: all the files shown beside it become the list.
@@ -51,10 +58,8 @@ void OnFileChosen(HWND files, const char* path)
     if (index == LB_ERR) {
         return;
     }
-    if (SendMessageA(files, LB_GETCOUNT, 0, 0) > 1) {
-        ListShownFiles(files, path);
-    }
-    FileList.ListPosition = static_cast<std::int32_t>(index) + 1;
+    const bool several = SendMessageA(files, LB_GETCOUNT, 0, 0) > 1;
+    FileList.ListPosition = several ? ListShownFiles(files, path, index) : 1;
 }
 
 UINT_PTR CALLBACK OpenDialogHook(HWND dialog, UINT message, WPARAM, LPARAM lParam)
