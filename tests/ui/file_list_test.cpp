@@ -196,6 +196,19 @@ TEST_F(FileListTest, AListHoldsTwoThousandFiles)
     ASSERT_TRUE(WaitUntilClosed(dialog));
     EXPECT_TRUE(WaitUntil([&] { return ListPart(program) == "[File 2000 of 2000]"; }));
     EXPECT_FALSE(CanGoOn(program));
+    // The Open dialog can choose a file that the list has no room for: the last of the list stands before it.
+    Files.Write("the last.txt", "the last");
+    const HWND open = ShowOpenDialog(program);
+    ASSERT_NE(open, nullptr);
+    SetControlText(open, OpenName, Files.PathOf("the last.txt"));
+    PressControl(open, IDOK);
+    EXPECT_EQ(program.AnswerBox(), Truncated);
+    ASSERT_TRUE(WaitUntilClosed(open));
+    EXPECT_TRUE(WaitForFile(program, "the last.txt", "[File 2002 of 2000]"));
+    EXPECT_FALSE(program.ShowsBox());
+    EXPECT_FALSE(CanGoOn(program));
+    program.Command(IDM_FILE_PREVIOUS);
+    EXPECT_TRUE(WaitForFile(program, "f2000.txt", "[File 2000 of 2000]"));
 }
 
 TEST_F(FileListTest, TheKeysWalkAndBeepAtTheEnds)
@@ -290,6 +303,23 @@ TEST_F(FileListTest, AnOpenedFileBeginsAtItsTop)
     SetTop(program, 500);
     program.Command(IDM_FILE_PREVIOUS);
     EXPECT_EQ(program.TopText(), "Line 1");
+}
+
+TEST_F(FileListTest, AnOpenedFileBeginsAtItsFirstColumn)
+{
+    for (const char* const name : {"a.txt", "b.txt"}) {
+        Files.Write(name, Repeated("0123456789", 300)); // wider than the view
+    }
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    program.Inside().DropFiles(program.Frame(), PathsOf({"a.txt", "b.txt"}));
+    ASSERT_TRUE(WaitForFile(program, "a.txt", "[File 1 of 2]"));
+    Key(program, VK_RIGHT);
+    ASSERT_GT(program.Horizontal().Position, 0);
+    program.Command(IDM_FILE_NEXT);
+    ASSERT_TRUE(WaitForFile(program, "b.txt", "[File 2 of 2]"));
+    EXPECT_EQ(program.Horizontal().Position, 0);
+    EXPECT_EQ(program.StatusText().substr(0, 12), "Line 1 Col 1");
 }
 
 TEST_F(FileListTest, AFileThatVanishedIsReportedAndTheListCanBeWalkedOn)
@@ -621,7 +651,7 @@ TEST_F(FileListTest, TheListBeginsWithTheCurrentFile)
 TEST_F(FileListTest, TheDetailsFollowTheSelection)
 {
     Files.Write("a.qqq", std::string(1234567, 'x'));
-    Files.Write("b.zip", "PK\x05\x06" + std::string(18, '\0')); // an archive of nothing
+    Files.Write("b.zip", "xPK\x05\x06" + std::string(18, '\0')); // an archive of nothing behind a byte of its own
     SetFileAttributesA(Files.PathOf("b.zip").c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE);
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
@@ -643,9 +673,9 @@ TEST_F(FileListTest, TheDetailsFollowTheSelection)
     const std::string attributes = ControlText(dialog, IDC_SELECT_ATTRIBUTES);
     EXPECT_EQ(attributes.find("Read-only"), std::string::npos) << attributes;
     PressKeys({VK_DOWN});
-    ASSERT_TRUE(WaitUntil([&] { return ControlText(dialog, IDC_SELECT_SIZE) == "22 bytes"; }));
+    ASSERT_TRUE(WaitUntil([&] { return ControlText(dialog, IDC_SELECT_SIZE) == "23 bytes"; }));
     EXPECT_EQ(ControlText(dialog, IDC_SELECT_ATTRIBUTES).substr(0, 9), "Read-only");
-    EXPECT_NE(ControlText(dialog, IDC_SELECT_TYPE), "Unknown");
+    EXPECT_EQ(ControlText(dialog, IDC_SELECT_TYPE), "Zip File");
     // A file that is not there has a place, but nothing else.
     PressKeys({VK_DOWN});
     ASSERT_TRUE(WaitUntil([&] { return ControlText(dialog, IDC_SELECT_SIZE).empty(); }));

@@ -322,6 +322,16 @@ TEST_F(FrameTest, TheSystemMenuItemTogglesTheMenuBar)
     EXPECT_EQ(program.Close(), 0u); // with the bar hidden
 }
 
+TEST_F(FrameTest, ASeparatorStandsBeforeTheSystemMenusOwnItem)
+{
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    const std::vector<std::string> texts = program.Inside().PopupTexts(program.Frame(), -1, ProbeMenuKind::System);
+    ASSERT_GE(texts.size(), 2u);
+    EXPECT_EQ(texts[texts.size() - 2], "-");
+    EXPECT_EQ(texts.back(), "&Hide menu bar");
+}
+
 TEST_F(FrameTest, StartsWithoutTheMenuBarWhenItIsSuppressed)
 {
     WriteSettings("SuppressMenu=1\nExitOnEsc=1\n");
@@ -358,6 +368,23 @@ TEST_F(FrameTest, CtrlSSavesTheSettings)
     EXPECT_TRUE(ReadSettings().empty());
     PressKeys({VK_CONTROL, 'S'});
     EXPECT_TRUE(WaitUntil([] { return SettingValue("WindowSize") != "(none)"; }));
+}
+
+TEST_F(FrameTest, CtrlSKeepsTheMenuBarHiddenForTheNextStart)
+{
+    {
+        Program program;
+        ASSERT_TRUE(program.WaitForFrame());
+        ASSERT_TRUE(BringToForeground(program.Frame()));
+        PressKeys({VK_CONTROL, 'M'});
+        ASSERT_TRUE(WaitUntil([&] { return !program.Menu(IDM_FILE_EXIT).HasMenu; }));
+        PressKeys({VK_CONTROL, 'S'});
+        EXPECT_TRUE(WaitUntil([] { return SettingValue("SuppressMenu") == "1"; })) << SettingValue("SuppressMenu");
+        EXPECT_EQ(program.Close(), 0u);
+    }
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    EXPECT_FALSE(program.Menu(IDM_FILE_EXIT).HasMenu);
 }
 
 TEST_F(FrameTest, WithoutAFileWhatNeedsOneIsGreyed)

@@ -367,7 +367,7 @@ TEST_F(HandOverTest, SharedMemoryWithoutATerminatorIsNoName)
         Program program;
         ASSERT_TRUE(program.WaitForFrame());
         const Sender sender(std::string(size) + " --unterminated C:\\");
-        EXPECT_NE(program.AnswerBox(), "");
+        EXPECT_EQ(program.AnswerBox(), "No files were found that matched the command line file spec");
         EXPECT_EQ(sender.Answer(), "1 sent, answered 0, ended 0");
         EXPECT_EQ(program.Title(), "Kestovar");
         EXPECT_EQ(HandOver(Quoted(Write("one.txt", "handed over"))), "1 sent, answered 0, ended 0");

@@ -31,6 +31,32 @@ void ExpectPlace(HWND window, const RECT& expected)
     EXPECT_EQ(place.bottom, expected.bottom);
 }
 
+// A file of the Windows directory, which is one of those where the system looks for a bare name; removed at the
+// end of the test.
+class FileOfTheWindowsDirectory {
+public:
+    FileOfTheWindowsDirectory(const std::string& name, const std::string& content) : Path(WindowsDirectory() + name)
+    {
+        const HANDLE file = CreateFileA(Path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        EXPECT_NE(file, INVALID_HANDLE_VALUE) << Path << ", error " << GetLastError();
+        CloseHandle(file);
+        AppendToFile(Path, content);
+    }
+    ~FileOfTheWindowsDirectory() { DeleteFileA(Path.c_str()); }
+    FileOfTheWindowsDirectory(const FileOfTheWindowsDirectory&) = delete;
+    FileOfTheWindowsDirectory& operator=(const FileOfTheWindowsDirectory&) = delete;
+
+private:
+    static std::string WindowsDirectory()
+    {
+        char directory[MAX_PATH] = "";
+        GetWindowsDirectoryA(directory, sizeof directory);
+        return directory + std::string("\\");
+    }
+
+    std::string Path;
+};
+
 // Starts with a command line in error and expects the message and an empty window.
 void ExpectError(const std::string& arguments)
 {
@@ -168,6 +194,15 @@ TEST_F(StartupTest, OpensTheSecondOfTwoNames)
     EXPECT_EQ(program.TopText(), "second");
 }
 
+TEST_F(StartupTest, ANameWithoutADirectoryIsFoundWhereTheSystemLooksForFiles)
+{
+    const FileOfTheWindowsDirectory file("kvsearch.txt", "found");
+    Program program("kvsearch.txt");
+    ASSERT_TRUE(program.WaitForFrame());
+    EXPECT_EQ(program.Title(), "Kestovar-kvsearch.txt");
+    EXPECT_EQ(program.TopText(), "found");
+}
+
 TEST_F(StartupTest, ReadsTheSectionThatIsNamed)
 {
     WriteSettingsFile("[Kestovar]\nWindowSize=10 10 500 400\n[abcdefghijklmnopqrs]\nWindowSize=30 40 600 300\n");
@@ -272,6 +307,13 @@ TEST_F(StartupTest, PrintAndExitEndsTheProgramWhenTheFileCannotBeOpened)
 {
     Program program("-P " + ScratchPath("missing.txt"));
     EXPECT_EQ(program.AnswerBox(), "Unable to open the file\n\nmissing.txt");
+    EXPECT_EQ(program.WaitForExit(), 0u);
+}
+
+TEST_F(StartupTest, PrintAndExitReportsAWildcardOfNothingBeforeItEnds)
+{
+    Program program("-P " + ScratchPath("*.none"));
+    EXPECT_EQ(program.AnswerBox(), "No files were found that matched the command line file spec");
     EXPECT_EQ(program.WaitForExit(), 0u);
 }
 

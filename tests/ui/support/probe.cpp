@@ -95,13 +95,14 @@ MenuItem Probe::Command(HWND frame, UINT id, ProbeMenuKind menu)
     return item;
 }
 
-std::vector<std::string> Probe::PopupTexts(HWND frame, int popup)
+std::vector<std::string> Probe::PopupTexts(HWND frame, int popup, ProbeMenuKind menu)
 {
     std::vector<std::string> texts;
     ProbeMenuRecord record;
     do {
         record = ProbeMenuRecord{};
         record.Frame = frame;
+        record.Menu = menu;
         record.Popup = popup;
         record.Flags = MF_BYPOSITION;
         record.Item = static_cast<std::uint32_t>(texts.size());

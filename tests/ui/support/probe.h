@@ -38,8 +38,8 @@ public:
     Probe& operator=(const Probe&) = delete;
 
     MenuItem Command(HWND frame, UINT id, ProbeMenuKind menu = ProbeMenuKind::Bar);
-    // The texts of a popup's items, "-" for a separator.
-    std::vector<std::string> PopupTexts(HWND frame, int popup);
+    // The texts of a popup's items, "-" for a separator; those of the menu itself for -1.
+    std::vector<std::string> PopupTexts(HWND frame, int popup, ProbeMenuKind menu = ProbeMenuKind::Bar);
     ScrollValues Scroll(HWND window, int bar);
     Pixels Read(HWND window, int x, int y, int width, int height);
     // What the program writes on the window while it repaints it as a whole.

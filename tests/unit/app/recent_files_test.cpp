@@ -204,6 +204,21 @@ TEST(RecentFilesMenu, WithoutADirectoryBehindTheCutTheTailBeginsThere)
     EXPECT_STREQ(text, "&1 c:\\...s longer than the limit.txt"); // no backslash follows the cut
 }
 
+TEST(RecentFilesMenu, FileInTheRootStaysWholeWhileTheDotsWouldTakeMoreRoom)
+{
+    char text[300];
+    for (std::size_t nameLength = 25; nameLength <= 29; ++nameLength) { // with 6 in front: 31 to 35
+        RecentFiles recent;
+        AddRecentPath(recent, ("c:\\" + std::string(nameLength, 'n')).c_str());
+        FormatRecentText(recent, 0, text, sizeof text);
+        EXPECT_EQ(std::string(text), "&1 c:\\" + std::string(nameLength, 'n'));
+    }
+    RecentFiles recent;
+    AddRecentPath(recent, ("c:\\" + std::string(30, 'n')).c_str());
+    FormatRecentText(recent, 0, text, sizeof text);
+    EXPECT_EQ(std::string(text), "&1 c:\\..." + std::string(27, 'n'));
+}
+
 TEST(RecentFilesMenu, FileInTheRootIsShortenedLikeAnyOther)
 {
     RecentFiles recent;

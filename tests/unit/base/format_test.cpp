@@ -93,7 +93,17 @@ TEST(ShortenPath, WithoutAnySeparatorStaysAsItIs)
               "0123456789012345678901234567890123456789");
 }
 
-TEST(ShortenPath, NeverGrows)
+TEST(ShortenPath, ANameInTheRootStaysWholeWhileTheDotsWouldTakeMoreRoom)
+{
+    for (std::size_t length = 31; length <= 32; ++length) {
+        const std::string path = "c:\\" + std::string(length - 3, 'n');
+        EXPECT_EQ(Shortened(path.c_str(), 30, '\\'), path) << length;
+    }
+    const std::string path = "c:\\" + std::string(30, 'n');
+    EXPECT_EQ(Shortened(path.c_str(), 30, '\\'), "c:\\..." + std::string(27, 'n'));
+}
+
+TEST(ShortenPath, StaysAsItIsWhenTheDotsWouldTakeMoreRoomThanWhatTheyReplace)
 {
     // The head is longer than the limit; what follows it is shorter than the dots.
     const std::string path = std::string(40, 'h') + "\\ab";

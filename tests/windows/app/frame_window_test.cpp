@@ -73,6 +73,23 @@ TEST_F(FrameWindow, EndingPostsTheQuitMessageAndWritesTheRecentFiles)
     StartProgramOnce();
 }
 
+TEST_F(FrameWindow, ARunThatPrintsLivesUntilItsPrintCommandIsServed)
+{
+    const ScratchFile file("printed.txt", "text");
+    EndProgram();
+    StartProgramWith("-Itest -P " + std::string(file.Path()));
+    const HWND window = Windows.Main;
+    EXPECT_TRUE(IsWindow(window));
+    EXPECT_STREQ("printed.txt", App.FileTitle);
+    MSG message = {};
+    EXPECT_TRUE(PeekMessageA(&message, window, WM_COMMAND, WM_COMMAND, PM_NOREMOVE));
+    EXPECT_EQ(229u, message.wParam);
+    PumpMessages();
+    EXPECT_FALSE(IsWindow(window));
+    EndProgram();
+    StartProgramOnce();
+}
+
 TEST_F(FrameWindow, IsNamedAfterTheFileInLowerCase)
 {
     EXPECT_EQ("Kestovar", Title());

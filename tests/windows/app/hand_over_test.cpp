@@ -9,6 +9,7 @@
 #include "harness/folder.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
+#include "harness/system_calls.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/view_state.h"
@@ -55,6 +56,11 @@ private:
     HANDLE Mapping;
     char* Bytes;
 };
+
+LPVOID WINAPI MapNothing(HANDLE, DWORD, DWORD, DWORD, SIZE_T)
+{
+    return nullptr;
+}
 
 class HandingOver : public RunningProgram {
 protected:
@@ -157,9 +163,14 @@ TEST_F(HandingOver, TheListBeforeIsGoneWithTheFirstName)
 {
     OpenSequence(Windows.Main, Folder.Path("*").c_str());
     ASSERT_EQ(3, FileList.ListTotal);
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_NEXT, 0);
+    ASSERT_TRUE(IsCommandPossible(IDM_FILE_NEXT));
+    ASSERT_TRUE(IsCommandPossible(IDM_FILE_PREVIOUS));
     HandFirst(Folder.Path("b.txt"));
     EXPECT_EQ((Names{"b.txt"}), ListedNames());
     EXPECT_EQ(0, FileList.ListTotal);
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_NEXT));
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_PREVIOUS));
     End();
 }
 
@@ -227,11 +238,42 @@ TEST_F(HandingOver, MemoryThatIsMissingIsReportedOnceForEachName)
     for (const SeenDialog& box : answers.Seen()) {
         EXPECT_EQ("Kestovar", box.Caption);
         EXPECT_EQ("Unable to open shared memory", box.Text);
+        EXPECT_EQ(nullptr, box.Icon);
         EXPECT_EQ(Windows.Main, box.Owner);
     }
     const SharedMemory again;
     EXPECT_EQ(0, End()) << "no batch had begun";
     EXPECT_FALSE(View.FileShown);
+}
+
+TEST_F(HandingOver, MemoryThatCannotBeMappedIsReportedAndLetGo)
+{
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    {
+        const ReplacedCall replaced("MapViewOfFile", reinterpret_cast<void*>(MapNothing));
+        EXPECT_EQ(1, HandFirst(Folder.Path("a.txt")));
+    }
+    EXPECT_EQ("ERROR: MapViewOfFile was not successful.", answers.OnlyText());
+    EXPECT_EQ("Kestovar", answers.Seen()[0].Caption);
+    EXPECT_EQ(nullptr, answers.Seen()[0].Icon);
+    EXPECT_EQ(Windows.Main, answers.Seen()[0].Owner);
+    EXPECT_EQ(0, FileListSize());
+    Memory.Close();
+    EXPECT_FALSE(MemoryExists());
+}
+
+TEST_F(HandingOver, ABatchIsTakenAfterOneWhoseMemoryCouldNotBeMapped)
+{
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    {
+        const ReplacedCall replaced("MapViewOfFile", reinterpret_cast<void*>(MapNothing));
+        HandFirst(Folder.Path("a.txt"));
+    }
+    EXPECT_EQ(0, HandFirst(Folder.Path("b.txt")));
+    End();
+    EXPECT_STREQ("b.txt", App.FileTitle);
 }
 
 TEST_F(HandingOver, APathWithoutATerminatorIsNotTaken)

@@ -235,7 +235,7 @@ TEST_F(WalkingTheList, ADropThatOverflowsTheListIsCutThere)
 {
     Names paths;
     for (int i = 0; i < 300; ++i) {
-        paths.push_back(Folder.Name() + "\\" + std::to_string(i) + "\\file");
+        paths.push_back("c:\\" + std::to_string(i) + "\\file");
     }
     paths[0] = Folder.Path("b.txt");
     DialogAnswers answers;
@@ -244,9 +244,8 @@ TEST_F(WalkingTheList, ADropThatOverflowsTheListIsCutThere)
     EXPECT_EQ("Too many files/directories or insufficient storage\nList has been truncated", answers.OnlyText());
     EXPECT_STREQ("b.txt", App.FileTitle);
     EXPECT_TRUE(FileList.ListFull);
-    EXPECT_EQ(FileListSize(), FileList.ListTotal);
-    EXPECT_LT(0, FileList.ListTotal);
-    EXPECT_LT(FileList.ListTotal, 300);
+    EXPECT_EQ(MaxListDirectories, FileListSize());
+    EXPECT_EQ(MaxListDirectories, FileList.ListTotal);
 }
 
 TEST_F(WalkingTheList, ADropOfNothingButPathsTooLongIsReportedAndLeavesNoList)
@@ -289,12 +288,44 @@ TEST_F(WalkingTheList, WhatWasDroppedIsFreed)
 
 TEST_F(WalkingTheList, ADroppedFileThatIsGoneIsReported)
 {
+    Command(IDM_FILE_NEXT);
+    ASSERT_TRUE(IsCommandPossible(IDM_FILE_NEXT));
+    ASSERT_TRUE(IsCommandPossible(IDM_FILE_PREVIOUS));
     DialogAnswers answers;
-    answers.ThenPress(IDOK);
+    answers.Then([](HWND box) {
+        EXPECT_FALSE(IsCommandPossible(IDM_FILE_NEXT));
+        EXPECT_FALSE(IsCommandPossible(IDM_FILE_PREVIOUS));
+        PressButton(box, IDOK);
+    });
     Drop({Folder.Path("gone.txt")});
     EXPECT_EQ("Unable to open the file\n\ngone.txt", answers.OnlyText());
     EXPECT_FALSE(View.FileShown);
     EXPECT_EQ(0, FileListSize());
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_NEXT));
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_PREVIOUS));
+}
+
+TEST_F(WalkingTheList, ADroppedPathLongerThanAnyFilesIsRefusedAndNotCut)
+{
+    const std::string name(259 - Folder.Path().size(), 'n');
+    Folder.Add(name, "the path cut");
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    Drop({Folder.Path(name + "n")});
+    EXPECT_EQ("Unable to open the file\n\n" + name + "n", answers.OnlyText());
+    EXPECT_STREQ("a.txt", App.FileTitle);
+    EXPECT_TRUE(View.FileShown);
+    EXPECT_EQ(0, FileListSize());
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_NEXT));
+}
+
+TEST_F(WalkingTheList, ADroppedPathOf259CharactersIsOpened)
+{
+    const std::string name(259 - Folder.Path().size(), 'n');
+    Folder.Add(name, "far");
+    const DialogAnswers none;
+    Drop({Folder.Path(name)});
+    EXPECT_EQ(name, App.FileTitle);
 }
 
 TEST_F(WalkingTheList, ADropWithoutAFileOnlyEmptiesTheList)

@@ -3,6 +3,7 @@
 #include "harness/dialogs.h"
 #include "harness/folder.h"
 #include "harness/program.h"
+#include "harness/system_calls.h"
 #include "view/frame_windows.h"
 
 #include <gtest/gtest.h>
@@ -164,6 +165,20 @@ TEST_F(BuildingTheFileList, WithoutADirectoryTheCurrentOneCounts)
     EXPECT_EQ((Names{LowerCase(folder.Path("a.txt")), LowerCase(folder.Path("b.txt"))}), ListedPaths());
 }
 
+TEST_F(BuildingTheFileList, ABackslashInFrontIsNoDirectoryAndTheCurrentOneCounts)
+{
+    ScratchFolder folder("build");
+    const CurrentDirectory current(folder.Name());
+    const std::string root = folder.Name().substr(0, 3);
+    for (const char* name : {"kvfront1.txt", "kvfront2.txt"}) {
+        CloseHandle(CreateFileA((root + name).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    }
+    EXPECT_EQ(LowerCase(folder.Path("kvfront1.txt")), Build("\\kvfront*.txt"));
+    EXPECT_EQ((Names{LowerCase(folder.Path("kvfront1.txt")), LowerCase(folder.Path("kvfront2.txt"))}), ListedPaths());
+    DeleteFileA((root + "kvfront1.txt").c_str());
+    DeleteFileA((root + "kvfront2.txt").c_str());
+}
+
 TEST_F(BuildingTheFileList, ADriveAloneKeepsItsColonAndLosesNoLetter)
 {
     const CurrentDirectory current("c:\\");
@@ -280,6 +295,48 @@ TEST_F(BuildingTheFileList, AListThatWasFullCanBeBuiltAnew)
     folder.Add("a.txt");
     folder.Add("b.txt");
     Build(folder.Path("*"));
+    EXPECT_FALSE(FileList.ListFull);
+    EXPECT_EQ((Names{"a.txt", "b.txt"}), ListedNames());
+}
+
+TEST_F(BuildingTheFileList, WithoutMemoryForTheListItIsFullAndEmpty)
+{
+    const NoMemoryObjects none;
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    AddFileToList(Windows.Main, "c:\\file.txt", "");
+    EXPECT_EQ(ListTruncated, answers.OnlyText());
+    EXPECT_TRUE(FileList.ListFull);
+    EXPECT_EQ(0, FileListSize());
+}
+
+TEST_F(BuildingTheFileList, WithoutMemoryForTheListEveryMatchIsReportedAndThereIsNoPath)
+{
+    ScratchFolder folder("build");
+    folder.Add("a.txt");
+    folder.Add("b.txt");
+    const NoMemoryObjects none;
+    DialogAnswers answers;
+    answers.ThenPress(IDOK).ThenPress(IDOK);
+    EXPECT_EQ("", Build(folder.Path("*.txt")));
+    ASSERT_EQ(2u, answers.Seen().size());
+    EXPECT_EQ(ListTruncated, answers.Seen()[0].Text);
+    EXPECT_EQ(ListTruncated, answers.Seen()[1].Text);
+    EXPECT_EQ(0, FileListSize());
+    EXPECT_EQ(0, FileList.ListTotal);
+}
+
+TEST_F(BuildingTheFileList, AListThatHadNoMemoryCanBeBuiltAnew)
+{
+    {
+        const NoMemoryObjects none;
+        AddFileToList(nullptr, "c:\\file.txt", "");
+    }
+    ASSERT_TRUE(FileList.ListFull);
+    ScratchFolder folder("build");
+    folder.Add("a.txt");
+    folder.Add("b.txt");
+    EXPECT_EQ(LowerCase(folder.Path("a.txt")), Build(folder.Path("*")));
     EXPECT_FALSE(FileList.ListFull);
     EXPECT_EQ((Names{"a.txt", "b.txt"}), ListedNames());
 }

@@ -162,6 +162,40 @@ TEST_F(FileDialogs, TheChosenFilesPlaceIsFoundWhateverTheCase)
     EXPECT_EQ(LowerCase(Folder.Path("apple.txt")), path);
 }
 
+TEST_F(FileDialogs, TheChosenFilesPlaceCountsOnlyFilesThatAreListed)
+{
+    DialogAnswers answers;
+    answers
+        .Then([](HWND dialog) {
+            const std::string tooLong(250, 'a'); // with the directory in front of it
+            SendDlgItemMessageA(dialog, lst1, LB_INSERTSTRING, 0, reinterpret_cast<LPARAM>(tooLong.c_str()));
+            Enter(dialog, "mango.ini");
+        })
+        .ThenPress(IDOK);
+    EXPECT_NE("", Open());
+    EXPECT_EQ((Names{"apple.txt", "mango.ini", "zebra.txt"}), ListedNames());
+    EXPECT_EQ(2, FileList.ListPosition);
+    EXPECT_EQ(3, FileList.ListTotal);
+}
+
+TEST_F(FileDialogs, AChosenFileBehindAFullListHasTheWholeListBeforeIt)
+{
+    Folder.AddMany(202, 157); // of 32000 bytes, each takes 160, and the one before them 12
+    DialogAnswers answers;
+    answers.Then([](HWND dialog) { Enter(dialog, "zebra.txt"); }).ThenPress(IDOK);
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_OPEN, 0);
+    ASSERT_EQ(2u, answers.Seen().size());
+    EXPECT_EQ("Too many files/directories or insufficient storage\nList has been truncated", answers.Seen()[1].Text);
+    EXPECT_STREQ("zebra.txt", App.FileTitle);
+    EXPECT_EQ(201, FileList.ListTotal);
+    EXPECT_EQ(205, FileList.ListPosition) << "its place in the dialog";
+    EXPECT_FALSE(IsCommandPossible(IDM_FILE_NEXT));
+    EXPECT_TRUE(IsCommandPossible(IDM_FILE_PREVIOUS));
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_PREVIOUS, 0);
+    EXPECT_EQ(201, FileList.ListPosition);
+    EXPECT_EQ(ListedNames().back(), App.FileTitle);
+}
+
 TEST_F(FileDialogs, OnlyTheFilesOfTheChosenFilterAreTheList)
 {
     DialogAnswers answers;

@@ -2,6 +2,7 @@
 
 #include "base/intl.h"
 #include "files/associations.h"
+#include "harness/system_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -27,6 +28,14 @@ std::string TypeOf(std::int16_t type, const char* path)
     info.FileType = type;
     char text[TypeTextSize] = "as before";
     return TypeText(info, path, text) ? text : std::string("unknown: ") + text;
+}
+
+// The user's time zone, two hours ahead, and no other one.
+BOOL WINAPI TwoHoursLater(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* utc, SYSTEMTIME* local)
+{
+    *local = *utc;
+    local->wHour = static_cast<WORD>(utc->wHour + (zone == nullptr ? 2 : 0));
+    return TRUE;
 }
 
 class FileTexts : public testing::Test {
@@ -138,6 +147,17 @@ TEST_F(FileTexts, TheModificationIsShownInLocalTimeAsTheUserWritesIt)
     EXPECT_EQ("15.07.95  14-05", Modified(1995, 7, 15, 14, 5));
     Intl.Order = YearMonthDay;
     EXPECT_EQ("126.01.31  00-00", Modified(2026, 1, 31, 0, 0));
+}
+
+TEST_F(FileTexts, TheHourIsThatOfTheUsersTimeZone)
+{
+    const ReplacedCall replaced("SystemTimeToTzSpecificLocalTime", reinterpret_cast<void*>(TwoHoursLater));
+    Intl.TimeFormat = 1;
+    FileInfo info;
+    info.Time = 805809900; // 15 July 1995, 12:05 in UTC
+    char text[FileDateSize];
+    ModificationText(info, text);
+    EXPECT_STREQ("07/15/95  14:05", text);
 }
 
 TEST_F(FileTexts, SummerTimeIsThatOfTheDayOfTheModification)

@@ -44,13 +44,19 @@ std::string WindowText(HWND window)
     return text;
 }
 
-BOOL CALLBACK NoteBoxText(HWND child, LPARAM text)
+BOOL CALLBACK NoteBoxPart(HWND child, LPARAM box)
 {
     char className[20] = "";
     GetClassNameA(child, className, sizeof className);
     const bool isIcon = (GetWindowLongA(child, GWL_STYLE) & SS_TYPEMASK) == SS_ICON;
-    if (_stricmp(className, "Static") == 0 && !isIcon) {
-        *reinterpret_cast<std::string*>(text) = WindowText(child);
+    SeenDialog& seen = *reinterpret_cast<SeenDialog*>(box);
+    if (_stricmp(className, "Static") != 0) {
+        return TRUE;
+    }
+    if (isIcon) {
+        seen.Icon = reinterpret_cast<HICON>(SendMessageA(child, STM_GETICON, 0, 0));
+    } else {
+        seen.Text = WindowText(child);
     }
     return TRUE;
 }
@@ -60,7 +66,7 @@ SeenDialog Look(HWND dialog)
     SeenDialog seen;
     seen.Caption = WindowText(dialog);
     seen.Owner = GetWindow(dialog, GW_OWNER);
-    EnumChildWindows(dialog, NoteBoxText, reinterpret_cast<LPARAM>(&seen.Text));
+    EnumChildWindows(dialog, NoteBoxPart, reinterpret_cast<LPARAM>(&seen));
     return seen;
 }
 

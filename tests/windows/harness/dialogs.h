@@ -9,7 +9,8 @@
 // What a dialog showed when it was answered.
 struct SeenDialog {
     std::string Caption;
-    std::string Text; // of a message box
+    std::string Text;     // of a message box
+    HICON Icon = nullptr; // of a message box
     HWND Owner = nullptr;
 };
 

@@ -27,12 +27,17 @@ void CountReading()
 void StartProgramOnce()
 {
     if (!Running) {
-        // The classes are the process's: a second start finds them, like a second instance once did.
-        const HINSTANCE instance = GetModuleHandleA(nullptr);
-        StartProgram(instance, ClassesRegistered ? instance : nullptr, "-Itest");
-        Running = ClassesRegistered = true;
+        StartProgramWith("-Itest");
         PumpMessages();
     }
+}
+
+void StartProgramWith(const std::string& commandLine)
+{
+    // The classes are the process's: a second start finds them, like a second instance once did.
+    const HINSTANCE instance = GetModuleHandleA(nullptr);
+    StartProgram(instance, ClassesRegistered ? instance : nullptr, commandLine.c_str());
+    Running = ClassesRegistered = true;
 }
 
 void EndProgram()

@@ -3,9 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 // Starts it unless it runs: classes, settings (section "test"), windows. It has no message loop; the tests
 // send what they need and pump what was posted.
 void StartProgramOnce();
+
+// Starts it, which must have ended, with that command line. What is posted at its start waits.
+void StartProgramWith(const std::string& commandLine);
 
 // Destroys the main window, if there is one.
 void EndProgram();

@@ -22,6 +22,12 @@ BOOL WINAPI NoteHelp(HWND window, LPCSTR file, UINT command, ULONG_PTR topic)
     return TRUE;
 }
 
+HGLOBAL WINAPI RefuseMemory(UINT, SIZE_T)
+{
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+}
+
 // Where this program's file keeps the address of a system function; nullptr when it does not call it.
 void** FindImport(const char* function)
 {
@@ -79,6 +85,10 @@ BeepCounter::BeepCounter() : Call("MessageBeep", reinterpret_cast<void*>(NoteBee
 int BeepCounter::Count() const
 {
     return Beeps;
+}
+
+NoMemoryObjects::NoMemoryObjects() : Call("GlobalAlloc", reinterpret_cast<void*>(RefuseMemory))
+{
 }
 
 HelpRequests::HelpRequests() : Call("WinHelpA", reinterpret_cast<void*>(NoteHelp))

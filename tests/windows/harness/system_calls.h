@@ -29,6 +29,15 @@ private:
     ReplacedCall Call;
 };
 
+// As long as the object lives, the program gets no memory objects.
+class NoMemoryObjects {
+public:
+    NoMemoryObjects();
+
+private:
+    ReplacedCall Call;
+};
+
 struct HelpRequest {
     HWND Window;
     std::string File;
