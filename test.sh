@@ -16,9 +16,9 @@ if [[ -z ${KESTOVAR_TEST_LOCKED:-} ]]; then
     KESTOVAR_TEST_LOCKED=1 exec flock --close build/.test.lock ./test.sh
 fi
 
-passed=0
-failed=0
-skipped=0
+# A line "PASSED FAILED SKIPPED" for each build and test run.
+counts=build/test-counts
+: >"$counts"
 
 # count LOG: reads the log of a verbose ctest run, prints
 # "CASES PASSED FAILED SKIPPED" and, on the standard error, what the failed
@@ -68,36 +68,35 @@ count() {
 
 # run_tests PRESET COMMAND...: COMMAND runs ctest on the preset.
 run_tests() {
-    local preset=$1 log=build/test-$1.log status=0 counts cases good bad left
+    local preset=$1 log=build/test-$1.log status=0 result cases good bad left
     shift
     "$@" >"$log" 2>&1 </dev/null || status=$?
-    counts=$(count "$log")
-    read -r cases good bad left <<<"$counts"
+    result=$(count "$log")
+    read -r cases good bad left <<<"$result"
     if [[ $cases -eq 0 || ($status -ne 0 && $bad -eq 0) ]]; then
         tail -n 40 "$log" >&2
         bad=$((bad + 1))
     fi
     echo "$preset: $good passed, $bad failed, $left skipped"
-    passed=$((passed + good))
-    failed=$((failed + bad))
-    skipped=$((skipped + left))
+    echo "$good $bad $left" >>"$counts"
 }
 
 # build PRESET: a build that fails counts as one failed test.
 build() {
     if ! kv_build "$1"; then
         echo "$1: the build failed" >&2
-        failed=$((failed + 1))
+        echo "0 1 0" >>"$counts"
         return 1
     fi
 }
 
 # Called by the trap.
 # shellcheck disable=SC2317
-stop_wine() {
+stop() {
+    jobs -p | xargs -r kill 2>/dev/null || true
     kv_drop_prefix test
 }
-trap stop_wine EXIT
+trap stop EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
@@ -120,14 +119,31 @@ run_wine_tests() {
 
 tools/prepare --tests
 
-for preset in native fuzz; do
-    build "$preset" && run_tests "$preset" ctest --preset "$preset" --verbose
-done
-for preset in win32 win32-debug; do
-    build "$preset" && run_wine_tests "$preset"
-done
-build win64 || true
+linux_tests() {
+    local preset
+    for preset in native fuzz; do
+        if build "$preset"; then
+            run_tests "$preset" ctest --preset "$preset" --verbose
+        fi
+    done
+    build win64 || true
+}
 
+# The tests under Wine mostly wait, for windows and messages: the others are
+# built and run meanwhile, but do not get in their way.
+built=true
+build win32 || built=false
+(renice -n 10 "$BASHPID" >/dev/null && linux_tests) &
+others=$!
+if $built; then
+    run_wine_tests win32
+fi
+if build win32-debug; then
+    run_wine_tests win32-debug
+fi
+wait "$others" || true
+
+read -r passed failed skipped < <(awk '{ p += $1; f += $2; s += $3 } END { print p + 0, f + 0, s + 0 }' "$counts")
 summary="$passed passed, $failed failed"
 [[ $skipped -eq 0 ]] || summary+=", $skipped skipped"
 echo "$summary"
