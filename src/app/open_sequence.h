@@ -4,7 +4,7 @@
 #include <windows.h>
 
 // Opens path in place of the current document and brings view, menus, title and status line up to date. A
-// wildcard specification makes the file list and opens its first file. A failure is reported; the document
+// wildcard pattern makes the file list and opens its first file. A failure is reported; the document
 // before is closed all the same, unless no file matched. Returns whether the document is open.
 bool OpenSequence(HWND mainWindow, const char* path);
 

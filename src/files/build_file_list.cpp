@@ -39,11 +39,11 @@ bool HasWildcards(const char* path)
 
 namespace {
 
-// The directory that the specification names, or the current one.
-void DirectoryOf(const char* specification, char (&directory)[MaxPathSize])
+// The directory that the pattern names, or the current one.
+void DirectoryOf(const char* pattern, char (&directory)[MaxPathSize])
 {
-    CopyText(directory, specification);
-    directory[DirectoryEnd(specification)] = '\0';
+    CopyText(directory, pattern);
+    directory[DirectoryEnd(pattern)] = '\0';
     if (directory[0] == '\0') {
         GetCurrentDirectoryA(sizeof directory, directory);
     }
@@ -64,12 +64,12 @@ bool IsOrdinary(const WIN32_FIND_DATAA& found)
 
 } // namespace
 
-int AddMatchesToList(HWND owner, const char* specification)
+int AddMatchesToList(HWND owner, const char* pattern)
 {
     char directory[MaxPathSize];
-    DirectoryOf(specification, directory);
+    DirectoryOf(pattern, directory);
     WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA(specification, &found);
+    const HANDLE search = FindFirstFileA(pattern, &found);
     if (search == INVALID_HANDLE_VALUE) {
         return 0;
     }
@@ -85,17 +85,17 @@ int AddMatchesToList(HWND owner, const char* specification)
     return count;
 }
 
-void BuildFileList(HWND owner, char (&specification)[MaxPathSize])
+void BuildFileList(HWND owner, char (&pattern)[MaxPathSize])
 {
     ClearFileList();
     const std::uint32_t generation = FileList.Generation;
-    const int count = AddMatchesToList(owner, specification);
-    specification[0] = '\0';
+    const int count = AddMatchesToList(owner, pattern);
+    pattern[0] = '\0';
     if (FileList.Generation != generation) {
         return; // other files have been opened meanwhile
     }
     TrimFileList();
-    GetListEntry(1, specification);
+    GetListEntry(1, pattern);
     if (count == 0) {
         ReportMessage(owner, IDS_NO_MATCHES);
         return;

@@ -11,15 +11,15 @@
 // replaced by another one meanwhile.
 bool AddFileToList(HWND owner, const char* directory, const char* name);
 
-// Whether path is a wildcard specification.
+// Whether path is a wildcard pattern.
 bool HasWildcards(const char* path);
 
-// Appends the files that a wildcard specification matches, in the order in which the file system has them:
+// Appends the files that a wildcard pattern matches, in the order in which the file system has them:
 // ordinary files only, no directories, hidden or system ones. Returns how many there are; fewer, when the list
 // is replaced by another one meanwhile.
-int AddMatchesToList(HWND owner, const char* specification);
+int AddMatchesToList(HWND owner, const char* pattern);
 
-// Makes the files that a wildcard specification matches the list that is walked. The specification becomes
+// Makes the files that a wildcard pattern matches the list that is walked. The pattern becomes
 // the path of the first one; when there is none, owner is told and it becomes empty. One file alone makes
 // no list.
-void BuildFileList(HWND owner, char (&specification)[MaxPathSize]);
+void BuildFileList(HWND owner, char (&pattern)[MaxPathSize]);

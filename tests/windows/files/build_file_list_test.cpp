@@ -24,21 +24,21 @@ protected:
     BuildingTheFileList() { ClearFileList(); }
     ~BuildingTheFileList() override { ClearFileList(); }
 
-    // Builds the list; returns what became of the specification.
-    static std::string Build(const std::string& specification)
+    // Builds the list; returns what became of the pattern.
+    static std::string Build(const std::string& pattern)
     {
         char path[MaxPathSize];
-        CopyText(path, specification.c_str());
+        CopyText(path, pattern.c_str());
         BuildFileList(Windows.Main, path);
         return path;
     }
 
     // The files as the file system itself lists them, in lower case.
-    static Names FilesOf(const std::string& specification)
+    static Names FilesOf(const std::string& pattern)
     {
         Names names;
         WIN32_FIND_DATAA found;
-        const HANDLE search = FindFirstFileA(specification.c_str(), &found);
+        const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
         if (search != INVALID_HANDLE_VALUE) {
             do {
                 if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
@@ -69,7 +69,7 @@ TEST_F(BuildingTheFileList, ListsWhatMatchesInTheOrderOfTheFileSystem)
     EXPECT_EQ(0, FileList.ListAdjust);
 }
 
-TEST_F(BuildingTheFileList, PathsAreInLowerCaseWithTheDirectoryOfTheSpecification)
+TEST_F(BuildingTheFileList, PathsAreInLowerCaseWithTheDirectoryOfThePattern)
 {
     ScratchFolder folder("BUILD");
     folder.Add("One.TXT");
@@ -411,7 +411,7 @@ TEST_F(BuildingTheFileList, MatchesAreAppendedToWhatIsThere)
     EXPECT_EQ(0, FileList.ListTotal) << "it is not walked yet";
 }
 
-TEST_F(BuildingTheFileList, AStarOrAQuestionMarkMakesASpecification)
+TEST_F(BuildingTheFileList, AStarOrAQuestionMarkMakesAPattern)
 {
     EXPECT_TRUE(HasWildcards("c:\\*.txt"));
     EXPECT_TRUE(HasWildcards("?"));
