@@ -10,14 +10,14 @@
 
 namespace {
 
-AttributeWords LoadAttributeWords()
+AttributeWords Words; // loaded when they are needed first
+
+void LoadAttributeWords()
 {
-    AttributeWords words;
-    LoadText(IDS_ATTRIBUTE_READ_ONLY, words.ReadOnly);
-    LoadText(IDS_ATTRIBUTE_ARCHIVE, words.Archive);
-    LoadText(IDS_ATTRIBUTE_SYSTEM, words.System);
-    LoadText(IDS_ATTRIBUTE_HIDDEN, words.Hidden);
-    return words;
+    LoadText(IDS_ATTRIBUTE_READ_ONLY, Words.ReadOnly);
+    LoadText(IDS_ATTRIBUTE_ARCHIVE, Words.Archive);
+    LoadText(IDS_ATTRIBUTE_SYSTEM, Words.System);
+    LoadText(IDS_ATTRIBUTE_HIDDEN, Words.Hidden);
 }
 
 // By the rules for summer time of that day, not of today.
@@ -35,8 +35,10 @@ SYSTEMTIME LocalTimeOf(std::int32_t secondsSince1970)
 
 void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize])
 {
-    static const AttributeWords words = LoadAttributeWords();
-    FormatAttributes(info.Attributes, words, text);
+    if (Words.ReadOnly[0] == '\0') {
+        LoadAttributeWords();
+    }
+    FormatAttributes(info.Attributes, Words, text);
 }
 
 void ModificationText(const FileInfo& info, char (&text)[FileDateSize])
