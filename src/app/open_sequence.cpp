@@ -40,13 +40,12 @@ void QualifyPath(const char* path, char (&full)[MaxPathSize])
 // The heading lock of the command line, within what a view can show. It holds for the first document.
 void TakePendingLock()
 {
-    constexpr std::int32_t MostRows = 10;
     constexpr std::int32_t MostColumns = 1024;
     const LockSpec& lock = App.Start.Lock;
     View.LockColStart = std::clamp(lock.ColStart, 0, MostColumns);
     View.LockTopLine = std::max(lock.TopLine, 0);
     View.LockCols = std::clamp(lock.Cols, 0, MostColumns);
-    View.LockRows = std::clamp(lock.Rows, 0, MostRows);
+    View.LockRows = std::clamp(lock.Rows, 0, MostLockRows);
     App.Start.Lock = LockSpec{};
 }
 

@@ -9,7 +9,6 @@
 namespace {
 
 constexpr std::int32_t BarThickness = 2;
-constexpr std::int32_t MostRows = 10;
 constexpr std::int32_t FreeColumns = 20; // that must stay beside locked ones
 
 // The choice under way, in pixels of the view.
@@ -36,7 +35,7 @@ LockPick StartPick(HWND view)
     pick.Width = client.right;
     pick.Height = client.bottom;
     pick.MaxX = RoundedDown(std::max(pick.Width - 2, 0), View.CharWidth);
-    pick.MaxY = RoundedDown(std::clamp(pick.Height - 2, 0, MostRows * View.LineHeight), View.LineHeight);
+    pick.MaxY = RoundedDown(std::clamp(pick.Height - 2, 0, MostLockRows * View.LineHeight), View.LineHeight);
     pick.X = std::min(20 * View.CharWidth, pick.MaxX);
     pick.Y = std::min(4 * View.LineHeight, pick.MaxY);
     pick.ColumnBar = View.FontIsFixed;

@@ -12,6 +12,8 @@ constexpr std::int32_t TextMargin = 8; // pixels left of column LeftColumn in te
 constexpr std::int32_t HexRowShown = 76;
 constexpr std::int32_t HexRowBytes = 16;
 
+constexpr std::int32_t MostLockRows = 10; // headings that can be locked
+
 struct ViewState {
     bool HexMode = false;
     bool FileShown = false; // a document is loaded and may be painted
