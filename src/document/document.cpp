@@ -78,7 +78,7 @@ OpenResult OpenDocument(const char* path, FileInfo& info)
     Document.FileTime = status.Time;
     ClearDetails();
     MeasureContent();
-    IdentifyFile(Document.FileHandle, path, info);
+    IdentifyFile(Document.FileHandle, path, status, info);
     if (info.ZipDirOffset != 0 || info.FileType > 0) {
         Document.IsText = false;
     }

@@ -112,11 +112,18 @@ void ClearDetails()
 
 bool IdentifyFile(int file, const char* path, FileInfo& info)
 {
-    info = FileInfo{.WantDetails = info.WantDetails};
     FileStatus status;
     if (!GetFileStatus(path, status)) {
+        info = FileInfo{.WantDetails = info.WantDetails};
         return false;
     }
+    IdentifyFile(file, path, status, info);
+    return true;
+}
+
+void IdentifyFile(int file, const char* path, const FileStatus& status, FileInfo& info)
+{
+    info = FileInfo{.WantDetails = info.WantDetails};
     info.Size = status.Size;
     info.Time = status.Time;
     info.Attributes = status.Attributes;
@@ -126,7 +133,6 @@ bool IdentifyFile(int file, const char* path, FileInfo& info)
         // An archive behind a DOS program unpacks itself; behind any other program it is what counts.
         info.FileType = info.FileType == DosProgram ? SelfExtractingZip : ZipFile;
     }
-    return true;
 }
 
 namespace {

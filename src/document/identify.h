@@ -3,6 +3,7 @@
 
 #include "document/file_info.h"
 #include "document/pe_image.h"
+#include "document/port.h"
 #include "document/zip_end.h"
 
 #include <cstdint>
@@ -12,6 +13,9 @@
 // too. What cannot be read or does not fit together leaves the type as found so far. False when the status
 // cannot be had; info is empty then.
 bool IdentifyFile(int file, const char* path, FileInfo& info);
+
+// The same with the status that the caller has got already.
+void IdentifyFile(int file, const char* path, const FileStatus& status, FileInfo& info);
 
 // Empties Details.
 void ClearDetails();
