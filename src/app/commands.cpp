@@ -1,6 +1,7 @@
 #include "app/commands.h"
 
 #include "app/app_state.h"
+#include "app/find_command.h"
 #include "app/menu_state.h"
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
@@ -11,6 +12,7 @@
 #include "document/document_state.h"
 #include "document/file_list.h"
 #include "resources/ids.h"
+#include "search/find_state.h"
 #include "search/goto_dialog.h"
 #include "search/goto_target.h"
 #include "view/frame_windows.h"
@@ -80,6 +82,24 @@ void SelectAll(HWND, UINT)
     }
     InvalidateRect(Windows.View, nullptr, FALSE);
     SetSelectionMenuState(true);
+}
+
+void FindSomething(HWND mainWindow, UINT)
+{
+    DoFind(mainWindow);
+}
+
+void FindNext(HWND mainWindow, UINT)
+{
+    RepeatFind(mainWindow);
+}
+
+// The direction is turned for this one search.
+void FindPrevious(HWND mainWindow, UINT)
+{
+    Find.Backwards = !Find.Backwards;
+    RepeatFind(mainWindow);
+    Find.Backwards = !Find.Backwards;
 }
 
 // A file handed over while the dialog is open can be shown in the other mode, where the text means nothing.
@@ -204,6 +224,9 @@ constexpr Command Table[] = {
     {IDM_FILE_EXIT, ExitProgram},
     {IDM_RECENT_FIRST, OpenRecentFile},
     {IDM_EDIT_SELECT_ALL, SelectAll},
+    {IDM_SEARCH_FIND, FindSomething},
+    {IDM_SEARCH_FIND_NEXT, FindNext},
+    {IDM_SEARCH_FIND_PREVIOUS, FindPrevious},
     {IDM_SEARCH_GOTO, GotoPlace},
     {IDM_VIEW_TEXT, ToTextMode},
     {IDM_VIEW_HEX, ToHexMode},

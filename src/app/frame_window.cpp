@@ -7,6 +7,7 @@
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
 #include "app/settings_file.h"
+#include "app/show_match.h"
 #include "app/walk_list.h"
 #include "base/load_text.h"
 #include "base/messages.h"
@@ -300,6 +301,8 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_REMOTE_END: OnRemoteEnd(window); return 0;
     case WM_BUSY_START: SetBusy(true); return 0;
     case WM_BUSY_END: SetBusy(false); return 0;
+    case WM_SHOW_MATCH: ShowMatch(static_cast<std::int32_t>(wParam), static_cast<std::int32_t>(lParam)); return 0;
+    case WM_REMOVE_MATCH: RemoveMatch(static_cast<std::int32_t>(lParam)); return 0;
     default: return DefWindowProcA(window, message, wParam, lParam);
     }
 }

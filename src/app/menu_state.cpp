@@ -78,11 +78,17 @@ bool IsCommandPossible(UINT id)
     return state == static_cast<UINT>(-1) || (state & MF_GRAYED) == 0;
 }
 
+void ShowSearchState()
+{
+    EnableCommandAndButton(IDM_SEARCH_FIND_NEXT, ButtonRepeatFind, Find.FindSucceeded);
+    EnableCommand(IDM_SEARCH_FIND_PREVIOUS, Find.FindSucceeded);
+}
+
 void ForgetSearch()
 {
     Find.FindSucceeded = false;
-    EnableCommandAndButton(IDM_SEARCH_FIND_NEXT, ButtonRepeatFind, false);
-    EnableCommand(IDM_SEARCH_FIND_PREVIOUS, false);
+    Find.FoundLine = 0;
+    ShowSearchState();
 }
 
 void EnableLock(bool enabled)

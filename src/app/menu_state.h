@@ -23,6 +23,9 @@ void SetListMenuState();
 // Follows the selection; without one it is also forgotten.
 void SetSelectionMenuState(bool hasSelection);
 
+// Follows the last search: only what was found can be found again.
+void ShowSearchState();
+
 // Nothing was found yet in this document and mode, so nothing can be found again.
 void ForgetSearch();
 

@@ -57,18 +57,22 @@ void StepPastLineEnd()
     }
 }
 
-LineText ReadTextLine()
+// Steps past the line at the read position and, if wanted, keeps its bytes in LineBuffer; returns how many
+// are kept.
+std::int32_t PassTextLine(bool keep)
 {
     std::int32_t length = 0;
     if (Document.LineCount == 0) {
-        return FinishLine(length); // no document
+        return length; // no document
     }
     for (;;) {
         if (AtDataEnd() && !LoadNextBlock()) {
             break;
         }
         const std::int32_t end = FindLineEnd(Document.WorkData, Document.CurOffset, Document.CurBlockBytes);
-        length = KeepBytes(length, Document.CurOffset, end - Document.CurOffset);
+        if (keep) {
+            length = KeepBytes(length, Document.CurOffset, end - Document.CurOffset);
+        }
         Document.CurOffset = end;
         if (!AtDataEnd()) {
             StepPastLineEnd();
@@ -78,7 +82,7 @@ LineText ReadTextLine()
     if (Document.CurLine != 0) {
         ++Document.CurLine; // what follows an unknown line is unknown too
     }
-    return FinishLine(length);
+    return length;
 }
 
 // Settles on the block in which line starts, going by the counts.
@@ -255,14 +259,14 @@ void SkipLines(std::int32_t count)
         if (inBlock && distance % SampleInterval == 0 && distance / SampleInterval < SamplesPerBlock) {
             LineSamples()[distance / SampleInterval] = static_cast<std::uint32_t>(Document.CurOffset);
         }
-        ReadLine();
+        PassTextLine(false);
     }
 }
 
 LineText ReadLine()
 {
     if (Document.IsText) {
-        return ReadTextLine();
+        return FinishLine(PassTextLine(true));
     }
     return FinishLine(ReadBytes(RecordLength()).Length);
 }

@@ -1,19 +1,12 @@
 #include "document/line_scan.h"
 
-#include <bit>
-#include <emmintrin.h>
+#include "document/vector_bytes.h"
 
-// Every processor that runs a supported Windows has SSE2. Opening a file is one pass of these
-// functions over all of it, so they decide how fast a large file opens.
+#include <bit>
+
+// Opening a file is one pass of these functions over all of it, so they decide how fast a large file opens.
 
 namespace {
-
-constexpr std::int32_t VectorBytes = 16;
-
-__m128i LoadBytes(const std::uint8_t* bytes)
-{
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes));
-}
 
 // 0xFF in each byte that is a CR or an LF.
 __m128i LineEndBytes(__m128i bytes)
@@ -42,22 +35,6 @@ std::int32_t SumBytes(__m128i counts)
 {
     const __m128i sums = _mm_sad_epu8(counts, _mm_setzero_si128());
     return _mm_cvtsi128_si32(sums) + _mm_cvtsi128_si32(_mm_srli_si128(sums, 8));
-}
-
-// Index of the last CR or LF in [start, end); start - 1 when there is none.
-std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t end)
-{
-    while (end - start >= VectorBytes) {
-        const std::uint32_t mask = LineEndMask(bytes + end - VectorBytes);
-        if (mask != 0) {
-            return end - VectorBytes + std::bit_width(mask) - 1;
-        }
-        end -= VectorBytes;
-    }
-    while (end > start && !IsLineEnd(bytes[end - 1])) {
-        --end;
-    }
-    return end - 1;
 }
 
 bool IsCountedEnd(const std::uint8_t* bytes, std::int32_t index, std::int32_t count)
@@ -195,6 +172,21 @@ LineScan ScanLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t a
     const bool hasLonger =
         longer > LongestInWindows(2) ? HasRun<1>(masks, maskCount, longer) : HasRun<2>(masks, maskCount, longer);
     return {lineEnds, hasLonger ? LongestRun(bytes, count, atLeast) : atLeast};
+}
+
+std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t end)
+{
+    while (end - start >= VectorBytes) {
+        const std::uint32_t mask = LineEndMask(bytes + end - VectorBytes);
+        if (mask != 0) {
+            return end - VectorBytes + std::bit_width(mask) - 1;
+        }
+        end -= VectorBytes;
+    }
+    while (end > start && !IsLineEnd(bytes[end - 1])) {
+        --end;
+    }
+    return end - 1;
 }
 
 std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count)

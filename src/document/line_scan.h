@@ -28,3 +28,6 @@ LineScan ScanLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t a
 
 // Index of the first CR or LF from start on; count when there is none.
 std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count);
+
+// Index of the last CR or LF in [start, end); start - 1 when there is none.
+std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t end);

@@ -58,3 +58,9 @@ void ToAnsiText(const char16_t* text, char* ansi, std::size_t size);
 
 // The language that texts are best shown in (a Windows language number).
 std::uint16_t UserLanguage();
+
+// Turns count bytes of text in the system's code page into capitals, in place.
+void ToUpperCase(char* text, std::int32_t count);
+
+// Whether each byte of the code page is a character, whatever stands beside it.
+bool HasOneByteCharacters();

@@ -182,3 +182,14 @@ std::uint16_t UserLanguage()
 {
     return GetUserDefaultLangID();
 }
+
+void ToUpperCase(char* text, std::int32_t count)
+{
+    CharUpperBuffA(text, static_cast<DWORD>(count));
+}
+
+bool HasOneByteCharacters()
+{
+    CPINFO page = {};
+    return GetCPInfo(CP_ACP, &page) && page.MaxCharSize == 1;
+}

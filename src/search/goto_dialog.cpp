@@ -12,7 +12,7 @@ void FillDialog(HWND dialog, bool hexMode)
     LoadText(hexMode ? IDS_PROMPT_OFFSET : IDS_PROMPT_LINE, prompt);
     SetDlgItemTextA(dialog, IDC_GOTO_PROMPT, prompt);
     SendDlgItemMessageA(dialog, IDC_GOTO_TEXT, CB_LIMITTEXT, GotoTextSize - 1, 0);
-    const TextHistory<GotoTextSize>& history = hexMode ? Goto.Offsets : Goto.Lines;
+    const RecentTexts<GotoTextSize>& history = hexMode ? Goto.Offsets : Goto.Lines;
     for (int i = 0; i < history.Count; ++i) {
         SendDlgItemMessageA(dialog, IDC_GOTO_TEXT, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(history.Entries[i]));
     }

@@ -11,8 +11,8 @@ constexpr std::size_t GotoTextSize = 11;
 
 struct GotoState {
     char GotoText[GotoTextSize] = ""; // entered last; forgotten when the mode changes
-    TextHistory<GotoTextSize> Lines;
-    TextHistory<GotoTextSize> Offsets;
+    RecentTexts<GotoTextSize> Lines;
+    RecentTexts<GotoTextSize> Offsets;
 };
 
 extern GotoState Goto;

@@ -41,6 +41,8 @@ extern DrawingObjects Drawing;
 // Private messages. Those to the frame:
 constexpr UINT WM_BUSY_START = WM_USER;       // show the wait cursor
 constexpr UINT WM_BUSY_END = WM_USER + 1;     // and the arrow again
+constexpr UINT WM_SHOW_MATCH = WM_USER + 2;   // wParam column, lParam line
+constexpr UINT WM_REMOVE_MATCH = WM_USER + 3; // the same of the match before
 constexpr UINT WM_REMOTE_FILE = WM_USER + 10; // a name stands in the shared memory; wParam 0: the first one
 constexpr UINT WM_REMOTE_END = WM_USER + 11;  // it was the last one
 // To the status line:

@@ -7,12 +7,6 @@
 
 namespace {
 
-// Rows that the found run spills over below its first.
-std::int32_t SpilledRows()
-{
-    return (View.HiliteLen - (HexRowBytes - View.HiliteCol) + HexRowBytes - 1) / HexRowBytes;
-}
-
 ColumnRun PairsRun(std::int32_t startByte, std::int32_t bytes)
 {
     const std::int32_t firstByte = std::clamp<std::int32_t>(startByte, 0, HexRowBytes);
@@ -92,4 +86,9 @@ bool IsHexRowHighlighted(std::int32_t row)
 {
     return View.HiliteLine > 0 && View.HiliteLen > 0 && View.HiliteLine <= row + 1 &&
            row + 1 <= static_cast<std::int64_t>(View.HiliteLine) + SpilledRows();
+}
+
+std::int32_t SpilledRows()
+{
+    return View.HexMode ? (View.HiliteLen - (HexRowBytes - View.HiliteCol) + HexRowBytes - 1) / HexRowBytes : 0;
 }

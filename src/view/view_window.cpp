@@ -7,6 +7,7 @@
 #include "view/scroll.h"
 #include "view/selection.h"
 #include "view/status_window.h"
+#include "view/text_row.h"
 #include "view/view_state.h"
 
 #include <algorithm>
@@ -223,6 +224,15 @@ void ExtendTo(HWND view, std::int32_t line, std::int32_t x)
     ExtendSelection(view, View.SelLineA, View.SelLineB, line);
 }
 
+void ForgetHighlight(HWND view)
+{
+    if (View.HiliteLine != 0) {
+        InvalidateLines(view, {View.HiliteLine, View.HiliteLine + SpilledRows()}, false);
+    }
+    View.HiliteLine = 0;
+    View.HiliteLen = 0;
+}
+
 // The pointer is outside: scrolls one step towards it and lets the selection follow.
 void DragOutside(HWND view, std::int32_t x, std::int32_t y)
 {
@@ -266,8 +276,7 @@ void OnMouseMove(HWND view, std::int32_t x, std::int32_t y)
     if (!View.Selecting) {
         return;
     }
-    View.HiliteLine = 0;
-    View.HiliteLen = 0;
+    ForgetHighlight(view);
     if (View.SelLineB == 0) {
         View.SelLineA = View.SelLineB = View.SelAnchorLine;
     }
@@ -379,10 +388,19 @@ void ScrollToLine(HWND view, std::int32_t line)
 void ClearSelection(HWND view, std::int32_t lineA, std::int32_t lineB)
 {
     View.SelLineA = View.SelLineB = 0;
-    const LineBand band = OnScreen({std::min(lineA, lineB), std::max(lineA, lineB)});
+    InvalidateLines(view, {std::min(lineA, lineB), std::max(lineA, lineB)}, true);
+}
+
+void InvalidateLines(HWND view, LineBand lines, bool erase)
+{
+    const LineBand band = OnScreen(lines);
     if (band.First <= band.Last) {
         const RECT area = RectangleOfLines(band);
-        InvalidateRect(view, &area, TRUE);
+        InvalidateRect(view, &area, erase);
+    }
+    if (View.LockRows > 0 && IsLockedLine(lines.First)) {
+        const RECT headings = {0, 0, View.ClientWidth, View.LockedHeight};
+        InvalidateRect(view, &headings, erase);
     }
 }
 

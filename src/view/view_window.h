@@ -2,6 +2,7 @@
 #pragma once
 
 #include "view/menu_help.h"
+#include "view/selection.h"
 
 #include <cstdint>
 #include <windows.h>
@@ -25,3 +26,6 @@ void EndSelecting(HWND view);
 
 // Scrolls so that TopLine becomes line, as far as the document allows.
 void ScrollToLine(HWND view, std::int32_t line);
+
+// Has lines (or rows, from 1) painted anew as far as they are on screen, headings among them.
+void InvalidateLines(HWND view, LineBand lines, bool erase);

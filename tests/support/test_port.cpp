@@ -35,6 +35,7 @@ struct PortState {
     int Misuses = 0;
     std::uint16_t UserLanguage = 0x0409;
     int ReadableChecks = -1;
+    bool TwoByteCharacters = false;
 };
 
 PortState Port;
@@ -74,6 +75,26 @@ std::int32_t ReadFromMemory(const TestFile& file, std::int32_t offset, void* des
     const std::size_t count = left < static_cast<std::size_t>(bytes) ? left : static_cast<std::size_t>(bytes);
     memcpy(destination, file.Content.data() + start, count);
     return static_cast<std::int32_t>(count);
+}
+
+// As Windows has it for the Western code page 1252.
+char WesternCapital(char letter)
+{
+    const auto byte = static_cast<std::uint8_t>(letter);
+    const bool accented =
+        (byte >= 0xE0 && byte != 0xF7 && byte != 0xFF) || byte == 0x9A || byte == 0x9C || byte == 0x9E;
+    if ((byte >= 'a' && byte <= 'z') || (accented && byte >= 0xE0)) {
+        return static_cast<char>(byte - 0x20);
+    }
+    if (accented) {
+        return static_cast<char>(byte - 0x10);
+    }
+    return byte == 0xFF ? '\x9F' : letter;
+}
+
+bool IsLeadByte(char byte)
+{
+    return Port.TwoByteCharacters && static_cast<std::uint8_t>(byte) >= 0x81;
 }
 
 } // namespace
@@ -255,6 +276,22 @@ std::uint16_t UserLanguage()
     return Port.UserLanguage;
 }
 
+void ToUpperCase(char* text, std::int32_t count)
+{
+    for (std::int32_t i = 0; i < count; ++i) {
+        if (IsLeadByte(text[i])) {
+            ++i;
+        } else {
+            text[i] = WesternCapital(text[i]);
+        }
+    }
+}
+
+bool HasOneByteCharacters()
+{
+    return !Port.TwoByteCharacters;
+}
+
 namespace TestPort {
 
 void Reset()
@@ -282,6 +319,11 @@ void RemoveFile(const std::string& path)
 void SetUserLanguage(std::uint16_t language)
 {
     Port.UserLanguage = language;
+}
+
+void SetTwoByteCharacters(bool twoBytes)
+{
+    Port.TwoByteCharacters = twoBytes;
 }
 
 void FailMappedReadsAfter(int checks)

@@ -39,6 +39,10 @@ void FailMappedReadsAfter(int checks);
 
 void SetUserLanguage(std::uint16_t language);
 
+// A code page in which a byte of 0x81 or more leads a character of two bytes, which has no capital; the one
+// at first is a Western one of one byte a character.
+void SetTwoByteCharacters(bool twoBytes);
+
 // The number-th allocation from now on fails, once; 0 = none.
 void FailAllocation(int number);
 void FailAllAllocations(bool fail);

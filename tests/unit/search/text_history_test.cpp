@@ -9,7 +9,7 @@
 namespace {
 
 using Texts = std::vector<std::string>;
-using History = TextHistory<11>;
+using History = RecentTexts<11>;
 
 Texts TextsOf(const History& history)
 {

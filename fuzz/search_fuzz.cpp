@@ -1,0 +1,7 @@
+#include <cstddef>
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t*, std::size_t)
+{
+    return 0;
+}

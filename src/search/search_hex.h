@@ -1,0 +1,13 @@
+// Searching the bytes of the document, in hex mode.
+#pragma once
+
+#include "search/search_pattern.h"
+
+#include <cstdint>
+
+// Looks from byte column (16: the next row's first) of row, from 1, in Find's direction; backwards a match
+// ends at that byte at the latest. True: Find.FoundLine, FoundCol and FoundLen tell where it is.
+//
+// Unless case matters, letters are compared as capitals, but for the byte a backward search starts at:
+// that one is compared as it is.
+bool SearchHexRows(const SearchPattern& pattern, std::int32_t row, std::int32_t column);

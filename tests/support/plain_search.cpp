@@ -1,0 +1,1 @@
+#include "support/plain_search.h"
