@@ -45,14 +45,14 @@ void ShowMatch(std::int32_t column, std::int32_t line)
     if (top != View.TopLine) {
         ScrollToLine(Windows.View, top);
     }
-    InvalidateLines(Windows.View, {line, line + SpilledRows()}, false);
+    InvalidateLines(Windows.View, LinesOfRun(line), false);
     UpdateWindow(Windows.View);
 }
 
 void RemoveMatch(std::int32_t line)
 {
     View.HiliteLine = 0;
-    InvalidateLines(Windows.View, {line, line + SpilledRows()}, true);
+    InvalidateLines(Windows.View, LinesOfRun(line), true);
     UpdateWindow(Windows.View);
     View.HiliteLen = 0;
 }

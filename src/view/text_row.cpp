@@ -7,6 +7,12 @@
 
 namespace {
 
+// Rows that the found run spills over below its first.
+std::int32_t SpilledRows()
+{
+    return (View.HiliteLen - (HexRowBytes - View.HiliteCol) + HexRowBytes - 1) / HexRowBytes;
+}
+
 ColumnRun PairsRun(std::int32_t startByte, std::int32_t bytes)
 {
     const std::int32_t firstByte = std::clamp<std::int32_t>(startByte, 0, HexRowBytes);
@@ -88,7 +94,7 @@ bool IsHexRowHighlighted(std::int32_t row)
            row + 1 <= static_cast<std::int64_t>(View.HiliteLine) + SpilledRows();
 }
 
-std::int32_t SpilledRows()
+LineBand LinesOfRun(std::int32_t line)
 {
-    return View.HexMode ? (View.HiliteLen - (HexRowBytes - View.HiliteCol) + HexRowBytes - 1) / HexRowBytes : 0;
+    return {line, View.HexMode ? line + SpilledRows() : line};
 }

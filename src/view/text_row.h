@@ -40,5 +40,5 @@ bool IsHexRowSelected(std::int32_t row);
 // Whether the found run reaches hex row row (from 0).
 bool IsHexRowHighlighted(std::int32_t row);
 
-// Rows that the found run spills over below the one it starts in.
-std::int32_t SpilledRows();
+// The lines (or rows, from 1) that a found run reaches that begins on line.
+LineBand LinesOfRun(std::int32_t line);

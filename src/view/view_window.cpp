@@ -227,7 +227,7 @@ void ExtendTo(HWND view, std::int32_t line, std::int32_t x)
 void ForgetHighlight(HWND view)
 {
     if (View.HiliteLine != 0) {
-        InvalidateLines(view, {View.HiliteLine, View.HiliteLine + SpilledRows()}, false);
+        InvalidateLines(view, LinesOfRun(View.HiliteLine), false);
     }
     View.HiliteLine = 0;
     View.HiliteLen = 0;
