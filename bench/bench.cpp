@@ -26,6 +26,12 @@ double TimeOf(const std::function<void()>& work)
     return Milliseconds() - start;
 }
 
+void Print(const std::string& name, const std::string& peer, double time, double peerTime)
+{
+    printf("%s: %.2f x %s (ours %.1f ms, peer %.1f ms)\n", name.c_str(), time / peerTime, peer.c_str(), time, peerTime);
+    fflush(stdout);
+}
+
 std::string TemporaryPath(const char* name)
 {
     char directory[MAX_PATH];
@@ -44,8 +50,17 @@ void Compare(const std::string& name, const std::string& peer, const std::functi
         peerBest = std::min(peerBest, TimeOf(peerWork));
         best = std::min(best, TimeOf(ours));
     }
-    printf("%s: %.2f x %s (ours %.1f ms, peer %.1f ms)\n", name.c_str(), best / peerBest, peer.c_str(), best, peerBest);
-    fflush(stdout);
+    Print(name, peer, best, peerBest);
+}
+
+void CompareWithTime(const std::string& name, const std::string& peer, double peerTime,
+                     const std::function<void()>& ours)
+{
+    double best = 1e30;
+    for (int round = 0; round < Rounds; ++round) {
+        best = std::min(best, TimeOf(ours));
+    }
+    Print(name, peer, best, peerTime);
 }
 
 BenchFile::BenchFile(const char* name, int megabytes, LineLengths lengths, const char* end)
@@ -92,8 +107,14 @@ void StartInProcess()
     StartProgram(GetModuleHandleA(nullptr), nullptr, "-Ibench");
 }
 
-int main()
+// With the arguments TEXT WORD EXACT-MS FOLDED-MS it compares searching only.
+int main(int count, char** arguments)
 {
+    if (count == 5) {
+        StartInProcess();
+        BenchSearch({arguments[1], arguments[2], atof(arguments[3]), atof(arguments[4])});
+        return 0;
+    }
     BenchSize();
     // The document alone, and then in the running program, where every block's reading is announced.
     DocumentCalls.AnnounceReading = [] {};

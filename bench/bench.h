@@ -12,6 +12,10 @@ constexpr int Rounds = 11; // best of these
 void Compare(const std::string& name, const std::string& peer, const std::function<void()>& ours,
              const std::function<void()>& peerWork);
 
+// The same with a peer that was timed elsewhere, just before.
+void CompareWithTime(const std::string& name, const std::string& peer, double peerTime,
+                     const std::function<void()>& ours);
+
 // Characters of a line, anything from Least to Most.
 struct LineLengths {
     int Least;
@@ -44,3 +48,13 @@ void BenchOpenSequence();
 void BenchMemory();
 void BenchPainting();
 void BenchSize();
+
+// What looking through a text for a word that is not there takes elsewhere, in milliseconds.
+struct SearchPeer {
+    const char* TextPath;
+    const char* Word;
+    double ExactTime;
+    double FoldedTime;
+};
+
+void BenchSearch(const SearchPeer& peer);

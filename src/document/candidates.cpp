@@ -1,5 +1,6 @@
 #include "document/candidates.h"
 
+#include "document/block_cache.h"
 #include "document/document_state.h"
 #include "document/line_index.h"
 #include "document/line_scan.h"
@@ -37,7 +38,7 @@ std::int32_t NextTextLine(const Needle& needle, std::int32_t line)
         return line;
     }
     if (AtDataEnd()) {
-        return NoLine(); // reading has gone on to the last block already
+        return Document.CurBlock < Document.BlockCount ? line : NoLine();
     }
     const std::int32_t hit = FindNeedle(needle, Document.WorkData, Document.CurOffset, Document.CurBlockBytes);
     const std::int32_t start = LineStart(Document.CurOffset, hit >= 0 ? hit : Document.CurBlockBytes - 1);
@@ -46,7 +47,9 @@ std::int32_t NextTextLine(const Needle& needle, std::int32_t line)
     return Document.CurLine;
 }
 
-std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
+// The last line up to line that may hold the needle, among those that the block of line knows to begin in
+// it; 0 when none does.
+std::int32_t PreviousInBlock(const Needle& needle, std::int32_t line)
 {
     SeekLine(line, 0);
     const std::uint8_t* const bytes = Document.WorkData;
@@ -59,11 +62,49 @@ std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
         return line;
     }
     const std::int32_t hit = FindLastNeedle(needle, bytes, 0, end);
-    if (hit < 0) {
-        return Document.CurBlock > 1 ? Document.BlockFirstLine : 0; // that one began in the block before
+    return hit >= 0 ? line - CountLineEnds(bytes + LineStart(0, hit), start - LineStart(0, hit)) : 0;
+}
+
+// Goes from a block to the one before; whether a needle lies across the boundary.
+bool StepBackAcross(const Needle& needle)
+{
+    std::uint8_t seam[2 * MaxNeedle];
+    const std::int32_t reach = needle.Length - 1;
+    const std::int32_t behind = std::min(reach, Document.CurBlockBytes);
+    std::copy_n(Document.WorkData, behind, seam + reach);
+    LoadBlock(Document.CurBlock - 1);
+    const std::int32_t before = std::min(reach, Document.CurBlockBytes);
+    std::copy_n(Document.WorkData + Document.CurBlockBytes - before, before, seam + reach - before);
+    return FindNeedle(needle, seam, reach - before, reach + behind) >= 0;
+}
+
+// The line that a block ends in is the first one of the next, by the counts.
+bool EndsBlock(std::int32_t line, std::int32_t block)
+{
+    return block < Document.BlockCount &&
+           line == Document.BlockFirstLine + static_cast<std::int32_t>(Document.LineTable[block]);
+}
+
+std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
+{
+    for (std::int32_t block = FindBlockOfLine(line);; block = FindBlockOfLine(line)) {
+        std::int32_t found = 0;
+        if (Document.CurBlock != block + 1 || !EndsBlock(line, block)) {
+            found = PreviousInBlock(needle, line);
+        } else if (StepBackAcross(needle)) {
+            found = line;
+        } else {
+            const std::int32_t hit = FindLastNeedle(needle, Document.WorkData, 0, Document.CurBlockBytes);
+            found = hit >= 0 ? Document.BlockFirstLine + CountLineEnds(Document.WorkData, LineStart(0, hit)) : 0;
+        }
+        if (found != 0) {
+            return std::min(found, line); // a line that the counts do not know is passed over
+        }
+        if (block == 1 || Document.CurBlockBytes == 0) {
+            return 0;
+        }
+        line = Document.BlockFirstLine; // it began in the block before
     }
-    const std::int32_t hitStart = LineStart(0, hit);
-    return line - CountLineEnds(bytes + hitStart, start - hitStart);
 }
 
 std::int32_t RecordAt(std::int32_t offset)

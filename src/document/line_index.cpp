@@ -85,20 +85,6 @@ std::int32_t PassTextLine(bool keep)
     return length;
 }
 
-// Settles on the block in which line starts, going by the counts.
-std::int32_t FindBlockOfLine(std::int32_t line)
-{
-    const std::uint32_t wanted = static_cast<std::uint32_t>(line);
-    std::int32_t block = 1;
-    std::uint32_t linesBefore = 0;
-    while (block < Document.BlockCount && wanted > linesBefore + Document.LineTable[block] + 1) {
-        linesBefore += Document.LineTable[block];
-        ++block;
-    }
-    Document.BlockFirstLine = static_cast<std::int32_t>(linesBefore) + 1;
-    return block;
-}
-
 // Goes to the nearest line start at or before line that the current block's samples know.
 void UseSamples(std::int32_t line)
 {
@@ -233,6 +219,19 @@ void CountBlockLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t
     Document.LineTable[block] = static_cast<std::uint32_t>(scan.LineEnds);
     Document.LineCount += scan.LineEnds;
     Document.LastLineOpen = !IsLineEnd(bytes[count - 1]);
+}
+
+std::int32_t FindBlockOfLine(std::int32_t line)
+{
+    const std::uint32_t wanted = static_cast<std::uint32_t>(line);
+    std::int32_t block = 1;
+    std::uint32_t linesBefore = 0;
+    while (block < Document.BlockCount && wanted > linesBefore + Document.LineTable[block] + 1) {
+        linesBefore += Document.LineTable[block];
+        ++block;
+    }
+    Document.BlockFirstLine = static_cast<std::int32_t>(linesBefore) + 1;
+    return block;
 }
 
 void SeekLine(std::int32_t line, std::int32_t offset)

@@ -32,6 +32,10 @@ void IndexLines();
 // Counts block's line ends (count bytes at bytes) into the line-count table and LineCount.
 void CountBlockLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t block);
 
+// The block in which line (1..LineCount) of a text starts, going by the counts; BlockFirstLine is then the
+// block's. The block need not be in memory, and the read position stays.
+std::int32_t FindBlockOfLine(std::int32_t line);
+
 // Sets the read position: to the start of line when it is 1 or more, else to byte offset. A line or
 // an offset past the end of the file is taken as the end.
 void SeekLine(std::int32_t line, std::int32_t offset);
