@@ -73,6 +73,7 @@ bool StepBackAcross(const Needle& needle)
     const std::int32_t behind = std::min(reach, Document.CurBlockBytes);
     std::copy_n(Document.WorkData, behind, seam + reach);
     LoadBlock(Document.CurBlock - 1);
+    Document.CurLine = 0; // it may be any
     const std::int32_t before = std::min(reach, Document.CurBlockBytes);
     std::copy_n(Document.WorkData + Document.CurBlockBytes - before, before, seam + reach - before);
     return FindNeedle(needle, seam, reach - before, reach + behind) >= 0;
