@@ -97,9 +97,10 @@ void FindNext(HWND mainWindow, UINT)
 // The direction is turned for this one search.
 void FindPrevious(HWND mainWindow, UINT)
 {
-    Find.Backwards = !Find.Backwards;
+    const bool direction = Find.Backwards;
+    Find.Backwards = !direction;
     RepeatFind(mainWindow);
-    Find.Backwards = !Find.Backwards;
+    Find.Backwards = direction;
 }
 
 // A file handed over while the dialog is open can be shown in the other mode, where the text means nothing.
@@ -158,18 +159,21 @@ void ShowBeginning()
 
 void ToggleLock(HWND, UINT)
 {
+    if (IsIconic(Windows.Main)) {
+        return; // there is nothing to choose in
+    }
     if (AnyLock()) {
         ClearLock();
     } else {
         ShowBeginning();
         SendMessageA(Windows.Status, WM_SHOW_STRING, IDS_SELECT_LOCK_AREA, 0);
-        PickLock(Windows.View);
+        PickLockRegion(Windows.View);
         if (AnyLock()) {
             SetSelectionMenuState(false);
         }
     }
     LayOutFrameAnew();
-    RedrawWindow(Windows.Main, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    RedrawWindow(Windows.Main, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 void SaveAllSettings(HWND, UINT)

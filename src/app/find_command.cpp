@@ -29,7 +29,9 @@ bool SearchDocument(const SearchPattern& pattern, std::int32_t line, std::int32_
 bool AskWhatToFind(HWND mainWindow)
 {
     char hexBefore[FindTextSize];
+    char textBefore[FindTextSize];
     CopyText(hexBefore, Find.FindHex);
+    CopyText(textBefore, Find.FindText);
     CopyText(Find.FindText, Find.LastFindText);
     if (TakeSelectedText(Find.FindText)) {
         Find.FindHex[0] = '\0';
@@ -38,7 +40,13 @@ bool AskWhatToFind(HWND mainWindow)
         return true;
     }
     CopyText(Find.FindHex, hexBefore);
+    CopyText(Find.FindText, textBefore);
     return false;
+}
+
+void SearchFrom(HWND mainWindow, const SearchOrigin& origin)
+{
+    RunSearch(mainWindow, Find.LastFindText, origin.Line, origin.Column);
 }
 
 } // namespace
@@ -70,14 +78,12 @@ void DoFind(HWND mainWindow)
         return;
     }
     CopyText(Find.LastFindText, Find.FindText);
-    const SearchOrigin origin = OriginOfSearch();
-    RunSearch(mainWindow, Find.LastFindText, origin.Line, origin.Column);
+    SearchFrom(mainWindow, OriginOfSearch());
 }
 
 void RepeatFind(HWND mainWindow)
 {
     if (Find.FindSucceeded) {
-        const SearchOrigin origin = OriginOfRepeat();
-        RunSearch(mainWindow, Find.LastFindText, origin.Line, origin.Column);
+        SearchFrom(mainWindow, OriginOfRepeat());
     }
 }

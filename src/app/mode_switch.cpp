@@ -16,8 +16,7 @@ namespace {
 void ForgetMatchAndSelection()
 {
     EndSelecting(Windows.View);
-    View.HiliteLine = 0;
-    View.HiliteLen = 0;
+    ForgetHighlight();
     ForgetSearch();
     SetSelectionMenuState(false);
 }

@@ -13,6 +13,7 @@
 #include "view/frame_windows.h"
 #include "view/paint_view.h"
 #include "view/screen_font.h"
+#include "view/status_window.h"
 #include "view/view_state.h"
 #include "view/view_window.h"
 
@@ -165,14 +166,14 @@ void ShowListState()
 void CloseDocument()
 {
     EndSelecting(Windows.View);
+    CloseThumbPosition();
     FreeBuffers();
     View.FileShown = false;
     View.PickingLock = false;
     App.ClosedOnIconize = false;
     App.FileTitle[0] = '\0';
     Document.LongestLine = 0;
-    View.HiliteLine = 0;
-    View.HiliteLen = 0;
+    ForgetHighlight();
     ForgetMeasuredLine();
     TakePendingLock();
     UpdateTitle(Windows.Main);

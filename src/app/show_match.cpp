@@ -1,6 +1,7 @@
 #include "app/show_match.h"
 
 #include "app/menu_state.h"
+#include "document/line_index.h"
 #include "search/find_state.h"
 #include "search/match_place.h"
 #include "view/frame_windows.h"
@@ -21,28 +22,36 @@ void RemoveSelection()
     }
 }
 
-// The column goes along, but the view reads a thumb position, and that is 0: a match far to the right only
-// brings the view back to the left. Users count on the left edge there; it is kept.
+// The view takes the thumb's position out of wParam, where it is 0, and does not look at lParam: a match far
+// to the right only brings the view back to its left edge. That is kept on purpose.
 void ScrollSideways(std::int32_t column)
 {
-    if (IsMatchInColumns(column, View.HiliteLen)) {
+    if (IsColumnInView(column)) {
         return;
     }
     const std::int32_t columns = View.ClientWidth / View.CharWidth;
     SendMessageA(Windows.View, WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 0), std::max(column - columns / 2, 0));
 }
 
+bool IsInDocument(std::int32_t column, std::int32_t line)
+{
+    return line >= 1 && line <= RowCount() && column >= 0 && column <= LineBufferBytes;
+}
+
 } // namespace
 
 void ShowMatch(std::int32_t column, std::int32_t line)
 {
+    if (!IsInDocument(column, line)) {
+        return; // no search of ours sends that
+    }
     RemoveSelection();
     View.HiliteLine = line;
     View.HiliteCol = column;
     View.HiliteLen = Find.FoundLen;
-    ScrollSideways(column);
-    const std::int32_t top = TopLineForMatch(line);
-    if (top != View.TopLine) {
+    ScrollSideways(EndColumnOfMatch(column, View.HiliteLen));
+    std::int32_t top = 0;
+    if (TopLineForMatch(line, top)) {
         ScrollToLine(Windows.View, top);
     }
     InvalidateLines(Windows.View, LinesOfRun(line), false);
@@ -52,7 +61,9 @@ void ShowMatch(std::int32_t column, std::int32_t line)
 void RemoveMatch(std::int32_t line)
 {
     View.HiliteLine = 0;
-    InvalidateLines(Windows.View, LinesOfRun(line), true);
-    UpdateWindow(Windows.View);
-    View.HiliteLen = 0;
+    if (IsInDocument(0, line)) {
+        InvalidateLines(Windows.View, LinesOfRun(line), true);
+        UpdateWindow(Windows.View);
+    }
+    ForgetHighlight();
 }

@@ -98,7 +98,10 @@ void SwapCacheSlot(std::int32_t block)
 void ReadBlockFromFile(std::int32_t block)
 {
     DocumentCalls.AnnounceReading();
-    Document.CurBlockBytes = ReadFileAt(Document.FileHandle, (block - 1) * BlockBytes, Document.WorkData, BlockBytes);
+    // A file that has grown since has no positions beyond 31 bits either.
+    const std::int32_t start = OffsetOfBlock(block);
+    const std::int32_t wanted = std::min(BlockBytes, INT32_MAX - start);
+    Document.CurBlockBytes = ReadFileAt(Document.FileHandle, start, Document.WorkData, wanted);
     ClearSamples();
     // What cannot be read now, while the file is released, must not be taken for the block later.
     Document.CurBlock = Document.FileHandle != 0 ? block : 0;

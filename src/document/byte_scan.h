@@ -11,12 +11,12 @@ constexpr std::int32_t MaxNeedle = 32;
 
 struct Needle {
     std::int32_t Length = 0;             // 0 = nothing is known about the bytes
-    bool Possible = true;                // false: there is a position that no byte reads as
+    bool Possible = true;                // false: there is a position that no byte can fill
     ByteTable Reads = {};                // of each byte
     std::uint8_t Wanted[MaxNeedle] = {}; // what each position must read as
 
-    // Two positions at which only one or two byte values can stand: where neither fails, the rest is looked
-    // at. Without any, every place is.
+    // Two positions that only one or two byte values can fill: only places where both are right are compared
+    // in full. Without such positions every place is.
     struct Probe {
         std::int32_t Position;
         std::uint8_t Values[2];

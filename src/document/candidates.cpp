@@ -11,12 +11,7 @@ namespace {
 
 std::int32_t BlockStart()
 {
-    return (Document.CurBlock - 1) * BlockBytes;
-}
-
-bool AtDataEnd()
-{
-    return Document.CurOffset >= Document.CurBlockBytes;
+    return OffsetOfBlock(Document.CurBlock);
 }
 
 // Where the line that holds the byte at index, or ends with it, starts; no further back than at from.
@@ -47,8 +42,7 @@ std::int32_t NextTextLine(const Needle& needle, std::int32_t line)
     return Document.CurLine;
 }
 
-// The last line up to line that may hold the needle, among those that the block of line knows to begin in
-// it; 0 when none does.
+// The last line up to line that may hold the needle and begins in the same block; 0 when there is none.
 std::int32_t PreviousInBlock(const Needle& needle, std::int32_t line)
 {
     SeekLine(line, 0);
@@ -73,24 +67,28 @@ bool StepBackAcross(const Needle& needle)
     const std::int32_t behind = std::min(reach, Document.CurBlockBytes);
     std::copy_n(Document.WorkData, behind, seam + reach);
     LoadBlock(Document.CurBlock - 1);
-    Document.CurLine = 0; // it may be any
+    Document.CurLine = 0; // the read position is the block's start, in whichever line
     const std::int32_t before = std::min(reach, Document.CurBlockBytes);
     std::copy_n(Document.WorkData + Document.CurBlockBytes - before, before, seam + reach - before);
     return FindNeedle(needle, seam, reach - before, reach + behind) >= 0;
 }
 
-// The line that a block ends in is the first one of the next, by the counts.
+// Whether line is the last one that begins in block, going by the counts: it goes on into the next block.
 bool EndsBlock(std::int32_t line, std::int32_t block)
 {
     return block < Document.BlockCount &&
            line == Document.BlockFirstLine + static_cast<std::int32_t>(Document.LineTable[block]);
 }
 
+// Block after block. Once a block has been looked through from its start, so has the end of the line that
+// goes on into it, and the block before can be looked through as a whole; the line that the search enters by
+// has to be found first.
 std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
 {
-    for (std::int32_t block = FindBlockOfLine(line);; block = FindBlockOfLine(line)) {
+    for (bool nextLookedThrough = false;; nextLookedThrough = true) {
+        const std::int32_t block = FindBlockOfLine(line);
         std::int32_t found = 0;
-        if (Document.CurBlock != block + 1 || !EndsBlock(line, block)) {
+        if (!nextLookedThrough || Document.CurBlock != block + 1 || !EndsBlock(line, block)) {
             found = PreviousInBlock(needle, line);
         } else if (StepBackAcross(needle)) {
             found = line;
@@ -102,7 +100,7 @@ std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
             return std::min(found, line); // a line that the counts do not know is passed over
         }
         if (block == 1 || Document.CurBlockBytes == 0) {
-            return 0;
+            return 0; // all is looked through, or the file has shrunk
         }
         line = Document.BlockFirstLine; // it began in the block before
     }

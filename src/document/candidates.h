@@ -8,12 +8,13 @@
 
 #include <cstdint>
 
-// The first line from line on that may hold the needle, and the read position is there; behind the last line
-// when there is none. When the read position is not at line (after a ReadLineText of the line before it is),
-// line itself.
+// The first line from line on that may hold the needle, and the read position goes there; behind the last
+// line when there is none. Only from where the read position is, as after reading the line before: if it is
+// elsewhere in a text, line itself.
 std::int32_t NextCandidateLine(const Needle& needle, std::int32_t line);
 
-// The last line up to line that may hold the needle; 0 when there is none.
+// The last line up to line that may hold the needle; 0 when there is none. The read position may be anywhere
+// then.
 std::int32_t PreviousCandidateLine(const Needle& needle, std::int32_t line);
 
 // The first offset from offset on where the needle may begin; no needle stands between the two.

@@ -12,11 +12,6 @@ namespace {
 char LineBuffer[LineBufferBytes + 1];
 char ExpandedLine[ExpandedLineBytes + 1];
 
-bool AtDataEnd()
-{
-    return Document.CurOffset >= Document.CurBlockBytes;
-}
-
 // Goes on to the next block. False at the end of the file, when the next block came back empty because
 // the file has shrunk, and when no block is held because the file is released.
 bool LoadNextBlock()
@@ -314,5 +309,5 @@ void SetFixedLineLength(std::int32_t length)
 std::int32_t HexRowOfLine(std::int32_t line)
 {
     SeekLine(line, 0);
-    return Document.CurBlock > 0 ? ((Document.CurBlock - 1) * BlockBytes + Document.CurOffset) / 16 : 0;
+    return Document.CurBlock > 0 ? (OffsetOfBlock(Document.CurBlock) + Document.CurOffset) / 16 : 0;
 }

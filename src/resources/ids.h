@@ -86,7 +86,7 @@
 #define IDC_SELECT_DETAILS 606
 #define IDC_SELECT_SEPARATOR 607
 
-// The GOTO dialog.
+// The FIND dialog.
 #define IDC_FIND_TEXT 350
 #define IDC_FIND_HEX 351
 #define IDC_FIND_FORWARDS 352
@@ -97,6 +97,8 @@
 #define IDC_FIND_SCROLL 357
 #define IDC_FIND_TOP 358
 #define IDC_FIND_MIDDLE 359
+
+// The GOTO dialog.
 #define IDC_GOTO_PROMPT 380
 #define IDC_GOTO_TEXT 381
 

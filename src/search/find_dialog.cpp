@@ -90,7 +90,8 @@ void OnOk(HWND dialog)
     GetDlgItemTextA(dialog, IDC_FIND_TEXT, text, sizeof text);
     GetDlgItemTextA(dialog, IDC_FIND_HEX, hex, sizeof hex);
     CharUpperA(hex);
-    if (!IsHexString(hex)) {
+    const bool empty = text[0] == '\0' && hex[0] == '\0';
+    if (empty || !IsHexString(hex)) {
         MessageBeep(0);
         return;
     }
@@ -106,18 +107,23 @@ void OnOk(HWND dialog)
     EndDialog(dialog, 1);
 }
 
-void OnCommand(HWND dialog, int id, int notification)
+void OnScrollSwitch(HWND dialog, int notification)
+{
+    if (notification == BN_CLICKED) {
+        Find.ScrollToOn = !Find.ScrollToOn;
+        ShowScrollSwitches(dialog);
+    }
+}
+
+INT_PTR OnCommand(HWND dialog, int id, int notification)
 {
     switch (id) {
     case IDC_FIND_TEXT:
-    case IDC_FIND_HEX: OnComboChange(dialog, id, notification); break;
-    case IDC_FIND_SCROLL:
-        Find.ScrollToOn = !Find.ScrollToOn;
-        ShowScrollSwitches(dialog);
-        break;
-    case IDOK: OnOk(dialog); break;
-    case IDCANCEL: EndDialog(dialog, 0); break;
-    default: break;
+    case IDC_FIND_HEX: OnComboChange(dialog, id, notification); return TRUE;
+    case IDC_FIND_SCROLL: OnScrollSwitch(dialog, notification); return TRUE;
+    case IDOK: OnOk(dialog); return TRUE;
+    case IDCANCEL: EndDialog(dialog, 0); return TRUE;
+    default: return FALSE;
     }
 }
 
@@ -125,7 +131,7 @@ INT_PTR CALLBACK FindDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
 {
     switch (message) {
     case WM_INITDIALOG: FillDialog(dialog); return TRUE;
-    case WM_COMMAND: OnCommand(dialog, LOWORD(wParam), HIWORD(wParam)); return TRUE;
+    case WM_COMMAND: return OnCommand(dialog, LOWORD(wParam), HIWORD(wParam));
     default: return FALSE;
     }
 }

@@ -5,20 +5,25 @@
 
 #include <algorithm>
 
-bool IsMatchInColumns(std::int32_t column, std::int32_t length)
+std::int32_t EndColumnOfMatch(std::int32_t column, std::int32_t length)
 {
-    const std::int32_t end = View.HexMode ? std::min(3 * column + length + 10, HexRowShown) : column + length + 1;
-    return View.LeftColumn <= end && end <= View.LeftColumn + View.ClientWidth / View.CharWidth;
+    return View.HexMode ? std::min(3 * column + length + 10, HexRowShown) : column + length + 1;
 }
 
-std::int32_t TopLineForMatch(std::int32_t line)
+bool IsColumnInView(std::int32_t column)
+{
+    return View.LeftColumn <= column && column <= View.LeftColumn + View.ClientWidth / View.CharWidth;
+}
+
+bool TopLineForMatch(std::int32_t line, std::int32_t& topLine)
 {
     const std::int32_t rows = RowsOnScreen();
     if (Find.ScrollToOn) {
         const std::int32_t top = Find.ScrollToTop ? line - 1 - View.LockRows : line - rows / 2;
-        return std::clamp(top, 0, View.MaxTop);
+        topLine = std::clamp(top, 0, View.MaxTop);
+        return topLine != View.TopLine;
     }
-    const bool onScreen = View.TopLine < line && line <= static_cast<std::int64_t>(View.TopLine) + rows;
     // One line of context above the match.
-    return onScreen ? View.TopLine : std::max(line - 2 - View.LockRows, 0);
+    topLine = std::max(line - 2 - View.LockRows, 0);
+    return line <= View.TopLine || line > static_cast<std::int64_t>(View.TopLine) + rows;
 }

@@ -3,9 +3,12 @@
 
 #include <cstdint>
 
-// Whether the columns of the view reach just past a match that begins at column (or byte within a hex row).
-bool IsMatchInColumns(std::int32_t column, std::int32_t length);
+// The column just past a match of length that begins at column (or byte within a hex row).
+std::int32_t EndColumnOfMatch(std::int32_t column, std::int32_t length);
 
-// The top line that shows line (or 1-based row) as Find's scrolling switches ask; the present one when
-// nothing has to move. May lie beyond what the view can scroll to.
-std::int32_t TopLineForMatch(std::int32_t line);
+// Whether a column is in the view.
+bool IsColumnInView(std::int32_t column);
+
+// The top line that shows line (or 1-based row) as Find's scrolling switches ask; may lie beyond what the view
+// can scroll to. False: nothing has to move.
+bool TopLineForMatch(std::int32_t line, std::int32_t& topLine);

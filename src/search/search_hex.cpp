@@ -14,13 +14,13 @@ namespace {
 constexpr std::int32_t WindowRows = 32;
 constexpr std::int32_t WindowBytes = WindowRows * HexRowBytes;
 
-// Up to WindowRows rows of the file, compared at once.
-LineText ReadWindow(std::int32_t offset, std::int32_t count, std::int32_t folded)
+// Bytes of the file that are compared at once, the first foldedCount of them in capitals unless case matters.
+LineText ReadWindow(std::int32_t offset, std::int32_t count, std::int32_t foldedCount)
 {
     SeekLine(0, offset);
     const LineText window = ReadBytes(count);
     if (!Find.MatchCase) {
-        ToUpperCase(window.Text, std::min(folded, window.Length));
+        ToUpperCase(window.Text, std::min(foldedCount, window.Length));
     }
     return window;
 }
@@ -43,7 +43,8 @@ bool SearchForwards(const SearchPattern& pattern, const Needle& needle, std::int
         if (offset > Document.FileSize - length) {
             return false;
         }
-        const LineText window = ReadWindow(offset, WindowBytes - offset % HexRowBytes, WindowBytes);
+        const std::int32_t count = WindowBytes - offset % HexRowBytes;
+        const LineText window = ReadWindow(offset, count, count);
         const std::int32_t hit = FindInBuffer(window.Text, window.Length, pattern.Bytes, length, 0, false);
         if (hit >= 0) {
             TakeHit(offset + hit, length);

@@ -30,15 +30,16 @@ std::int32_t EdgeOf(const LineText& line)
     return Find.Backwards ? line.Length - 1 : 0;
 }
 
+// The next line to look at; 0 when there is none.
 std::int32_t NextLine(const Needle& needle, std::int32_t line)
 {
+    if (line == (Find.Backwards ? 1 : Document.LineCount)) {
+        return 0;
+    }
     if (needle.Length == 0) {
         return Find.Backwards ? line - 1 : line + 1;
     }
-    if (Find.Backwards) {
-        return line > 1 ? PreviousCandidateLine(needle, line - 1) : 0;
-    }
-    return line < Document.LineCount ? NextCandidateLine(needle, line + 1) : line + 1;
+    return Find.Backwards ? PreviousCandidateLine(needle, line - 1) : NextCandidateLine(needle, line + 1);
 }
 
 // Nothing is left of the file where the line was: it has shrunk.

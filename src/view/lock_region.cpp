@@ -83,18 +83,34 @@ PickStep OnPickMessage(HDC dc, LockPick& pick, const MSG& message)
     }
 }
 
-// Takes every message off the queue until the choice is made. Only what other processes send comes through, and
-// may bring another document, which ends the choice. The program's end is put back for the main loop.
-bool Choose(HDC dc, LockPick& pick)
+// What other processes send comes through: it may bring another document, a message box or another size, and
+// any of them ends the choice.
+bool CanGoOn(HWND view, const LockPick& pick)
+{
+    RECT client;
+    GetClientRect(view, &client);
+    return View.PickingLock && GetCapture() == view && client.right == pick.Width && client.bottom == pick.Height;
+}
+
+// Looking at a paint message does not take it off, so the window is said to be painted, its frame too. All is
+// painted after the choice.
+void PutOffPainting(HWND window)
+{
+    RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOFRAME | RDW_NOERASE | RDW_NOINTERNALPAINT);
+}
+
+// Takes every message off the queue until the choice is made. The program's end is put back for the main loop.
+bool Choose(HWND view, HDC dc, LockPick& pick)
 {
     PickStep step = PickStep::GoOn;
-    while (step == PickStep::GoOn && View.PickingLock) {
+    while (step == PickStep::GoOn && CanGoOn(view, pick)) {
         MSG message;
         if (!PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-            WaitMessage();
+            if (CanGoOn(view, pick)) {
+                WaitMessage();
+            }
         } else if (message.message == WM_PAINT) {
-            // Looking does not take it off; what is not painted now is painted after the choice.
-            ValidateRect(message.hwnd, nullptr);
+            PutOffPainting(message.hwnd);
         } else if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
             step = PickStep::Cancel;
@@ -102,7 +118,7 @@ bool Choose(HDC dc, LockPick& pick)
             step = OnPickMessage(dc, pick, message);
         }
     }
-    return step == PickStep::Accept && View.PickingLock;
+    return step == PickStep::Accept && CanGoOn(view, pick);
 }
 
 void MovePointerTo(HWND view, std::int32_t x, std::int32_t y)
@@ -120,7 +136,7 @@ void ClearLock()
     View.LockTopLine = View.LockRows = View.LockColStart = View.LockCols = 0;
 }
 
-void PickLock(HWND view)
+void PickLockRegion(HWND view)
 {
     LockPick pick = StartPick(view);
     const HCURSOR before = SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_SIZE)));
@@ -131,7 +147,7 @@ void PickLock(HWND view)
     {
         WindowDc dc(view);
         DrawBars(dc, pick);
-        accepted = Choose(dc, pick);
+        accepted = Choose(view, dc, pick);
         if (View.PickingLock) {
             DrawBars(dc, pick);
         }

@@ -7,4 +7,4 @@ void ClearLock();
 
 // Lets the user choose the headings of the view, which shows the beginning of its document, by mouse or key.
 // The view is not laid out anew.
-void PickLock(HWND view);
+void PickLockRegion(HWND view);

@@ -46,11 +46,11 @@ void FormatPosition(const PositionFormats& formats, char (&text)[StatusTextSize]
     // The formats are texts of this program's own string table.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
-    snprintf(text, sizeof text, formats.Line, line, static_cast<int>(View.LeftColumn + 1),
+    snprintf(text, sizeof text, formats.LineFormat, line, static_cast<int>(View.LeftColumn + 1),
              static_cast<int>(PositionPercent()));
     if (FileList.ListTotal > 0) {
         char file[StatusTextSize];
-        snprintf(file, sizeof file, formats.File, static_cast<int>(FileList.ListPosition),
+        snprintf(file, sizeof file, formats.FileFormat, static_cast<int>(FileList.ListPosition),
                  static_cast<int>(FileList.ListTotal));
         AppendText(text, file);
     }

@@ -10,8 +10,8 @@ constexpr std::size_t StatusTextSize = 80;
 std::int32_t PositionPercent();
 
 struct PositionFormats {
-    char Line[30] = ""; // "Line %s Col %i  %i%%": top line, column, percentage
-    char File[30] = ""; // "  [File %i of %i]": appended while a list of files is walked
+    char LineFormat[30] = ""; // "Line %s Col %i  %i%%": top line, column, percentage
+    char FileFormat[30] = ""; // "  [File %i of %i]": appended while a list of files is walked
 };
 
 // The position text. In hex mode "Line" counts hex rows. Empty when no file is shown.

@@ -17,7 +17,8 @@ std::int32_t AtLeastZero(std::int64_t value)
 
 void MeasureVertical()
 {
-    View.MaxTop = AtLeastZero(static_cast<std::int64_t>(RowCount()) - RowsOnScreen());
+    const std::int64_t below = static_cast<std::int64_t>(RowCount()) - RowsOnScreen();
+    View.MaxTop = AtLeastZero(std::min<std::int64_t>(below, INT32_MAX - 1)); // the line at the top has a number
     View.ScrollScale = View.MaxTop / ScrollBarSteps + 1;
     View.TopLine = std::max(std::min(View.TopLine, View.MaxTop), View.LockTopLine);
 }

@@ -201,7 +201,7 @@ void OpenThumbPopUp(HWND view)
     GetClientRect(view, &client);
     const int x = client.right - (GetSystemMetrics(SM_CXVSCROLL) + width);
     Thumb.PopUp =
-        CreateWindowExA(0, "KstvSb", "", WS_CHILD, x, (client.bottom - height) / 2, width, height, view,
+        CreateWindowExA(0, "KstvSb", widest, WS_CHILD, x, (client.bottom - height) / 2, width, height, view,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_CHILD_THUMB)), Windows.Instance, nullptr);
     ShowWindow(Thumb.PopUp, SW_SHOWNA);
     UpdateWindow(Thumb.PopUp);
@@ -274,8 +274,8 @@ LRESULT CALLBACK StatusWndProc(HWND window, UINT message, WPARAM wParam, LPARAM 
 {
     switch (message) {
     case WM_CREATE:
-        LoadText(IDS_LINE_FORMAT, Status.Formats.Line);
-        LoadText(IDS_FILE_FORMAT, Status.Formats.File);
+        LoadText(IDS_LINE_FORMAT, Status.Formats.LineFormat);
+        LoadText(IDS_FILE_FORMAT, Status.Formats.FileFormat);
         return 0;
     case WM_DESTROY:
         DeleteObject(Status.StatusFont);

@@ -10,6 +10,12 @@ bool AnyLock()
     return View.LockTopLine != 0 || View.LockRows != 0 || View.LockColStart != 0 || View.LockCols != 0;
 }
 
+void ForgetHighlight()
+{
+    View.HiliteLine = 0;
+    View.HiliteLen = 0;
+}
+
 std::int32_t RowsOnScreen()
 {
     return View.ClientHeight / View.LineHeight;

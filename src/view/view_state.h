@@ -97,6 +97,9 @@ extern ViewSettings ViewOptions;
 
 bool AnyLock();
 
+// There is no found run any more.
+void ForgetHighlight();
+
 // Whole rows that fit the view.
 std::int32_t RowsOnScreen();
 

@@ -224,13 +224,12 @@ void ExtendTo(HWND view, std::int32_t line, std::int32_t x)
     ExtendSelection(view, View.SelLineA, View.SelLineB, line);
 }
 
-void ForgetHighlight(HWND view)
+void RemoveHighlight(HWND view)
 {
     if (View.HiliteLine != 0) {
         InvalidateLines(view, LinesOfRun(View.HiliteLine), false);
     }
-    View.HiliteLine = 0;
-    View.HiliteLen = 0;
+    ForgetHighlight();
 }
 
 // The pointer is outside: scrolls one step towards it and lets the selection follow.
@@ -276,7 +275,7 @@ void OnMouseMove(HWND view, std::int32_t x, std::int32_t y)
     if (!View.Selecting) {
         return;
     }
-    ForgetHighlight(view);
+    RemoveHighlight(view);
     if (View.SelLineB == 0) {
         View.SelLineA = View.SelLineB = View.SelAnchorLine;
     }
