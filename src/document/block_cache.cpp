@@ -103,6 +103,9 @@ void ReadBlockFromFile(std::int32_t block)
     const std::int32_t wanted = std::min(BlockBytes, INT32_MAX - start);
     Document.CurBlockBytes = ReadFileAt(Document.FileHandle, start, Document.WorkData, wanted);
     ClearSamples();
+    if (Document.SoughtBlock == block) {
+        Document.SoughtBlock = 0;
+    }
     // What cannot be read now, while the file is released, must not be taken for the block later.
     Document.CurBlock = Document.FileHandle != 0 ? block : 0;
 }

@@ -64,7 +64,9 @@ void ChooseProbes(Needle& needle)
         if (values == 0) {
             needle.Possible = false;
         } else if (values <= 2) {
-            needle.Probes[needle.HasProbes ? 1 : 0] = probe;
+            if (!needle.HasProbes) {
+                needle.Probes[0] = probe;
+            }
             needle.Probes[1] = probe;
             needle.HasProbes = true;
         }

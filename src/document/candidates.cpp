@@ -14,12 +14,10 @@ std::int32_t BlockStart()
     return OffsetOfBlock(Document.CurBlock);
 }
 
-// Where the line that holds the byte at index, or ends with it, starts; no further back than at from.
+// In the working buffer.
 std::int32_t LineStart(std::int32_t from, std::int32_t index)
 {
-    const std::uint8_t* const bytes = Document.WorkData;
-    const bool pair = bytes[index] == '\n' && index > from && bytes[index - 1] == '\r';
-    return FindLastLineEnd(bytes, from, pair ? index - 1 : index) + 1;
+    return FindLineStart(Document.WorkData, from, index);
 }
 
 std::int32_t NoLine()

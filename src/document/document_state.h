@@ -54,8 +54,13 @@ struct DocumentState {
 
     std::int32_t CurLine = 0;        // number, from 1, of the line at the read position; 0 = not known
     std::int32_t BlockFirstLine = 1; // line taken for offset 0 of the block the last SeekLine settled on
-    std::int32_t LongestLine = 0;    // bytes; the record length for a non-text document
-    bool LastLineOpen = false;       // while indexing: the last byte seen was not a line end
+    // Where the last SeekLine by line number settled, for finding its neighbours.
+    std::int32_t SoughtBlock = 0; // 0 = nowhere
+    std::int32_t SoughtLine = 0;
+    std::int32_t SoughtOffset = 0; // in the block
+
+    std::int32_t LongestLine = 0; // bytes; the record length for a non-text document
+    bool LastLineOpen = false;    // while indexing: the last byte seen was not a line end
 };
 
 extern DocumentState Document;

@@ -97,6 +97,26 @@ void UseSamples(std::int32_t line)
     }
 }
 
+// Goes from the line sought last, when that is nearer to line than what the samples know: a block of very
+// short lines has more of them than samples.
+void UseSoughtLine(std::int32_t line)
+{
+    if (Document.SoughtBlock != Document.CurBlock) {
+        return;
+    }
+    const std::int32_t back = Document.SoughtLine - line;
+    if (back >= line - Document.CurLine || Document.SoughtLine < Document.CurLine) {
+        return;
+    }
+    Document.CurOffset = Document.SoughtOffset;
+    Document.CurLine = Document.SoughtLine;
+    // A block that came back shorter may hold fewer lines than were sought in it.
+    for (; Document.CurLine > line && Document.CurOffset > 0; --Document.CurLine) {
+        Document.CurOffset = FindLineStart(Document.WorkData, 0, Document.CurOffset - 1);
+    }
+    Document.CurLine = std::min(Document.CurLine, line);
+}
+
 void SeekTextLine(std::int32_t line)
 {
     const std::int32_t block = FindBlockOfLine(line);
@@ -106,9 +126,13 @@ void SeekTextLine(std::int32_t line)
     }
     Document.CurOffset = 0;
     UseSamples(line);
+    UseSoughtLine(line);
     if (line > Document.CurLine) {
         SkipLines(line - Document.CurLine);
     }
+    Document.SoughtBlock = Document.CurBlock == block ? block : 0;
+    Document.SoughtLine = line;
+    Document.SoughtOffset = Document.CurOffset;
 }
 
 void SeekByte(std::int64_t position)

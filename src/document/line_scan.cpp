@@ -203,3 +203,9 @@ std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int
     }
     return index;
 }
+
+std::int32_t FindLineStart(const std::uint8_t* bytes, std::int32_t from, std::int32_t index)
+{
+    const bool pair = bytes[index] == '\n' && index > from && bytes[index - 1] == '\r';
+    return FindLastLineEnd(bytes, from, pair ? index - 1 : index) + 1;
+}

@@ -29,5 +29,8 @@ LineScan ScanLines(const std::uint8_t* bytes, std::int32_t count, std::int32_t a
 // Index of the first CR or LF from start on; count when there is none.
 std::int32_t FindLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t count);
 
+// Where the line that holds the byte at index, or ends with it, starts; from when it began there or before.
+std::int32_t FindLineStart(const std::uint8_t* bytes, std::int32_t from, std::int32_t index);
+
 // Index of the last CR or LF in [start, end); start - 1 when there is none.
 std::int32_t FindLastLineEnd(const std::uint8_t* bytes, std::int32_t start, std::int32_t end);

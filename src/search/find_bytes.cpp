@@ -43,7 +43,7 @@ std::int32_t FindInBuffer(const char* buffer, std::int32_t bufferLength, const c
         return LastEndingBy(buffer, bufferLength, pattern, patternLength, start);
     }
     std::int32_t at = start;
-    while (at >= 0 && at + patternLength <= bufferLength) {
+    while (at >= 0 && at <= bufferLength - patternLength) {
         const std::size_t places = static_cast<std::size_t>(bufferLength - at - patternLength + 1);
         const void* const hit = memchr(buffer + at, pattern[0], places);
         if (hit == nullptr) {

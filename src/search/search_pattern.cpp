@@ -64,6 +64,12 @@ void TakeLongestWord(const char*& text, std::int32_t& length)
     length = bestLength;
 }
 
+bool HoldsLineEnd(const SearchPattern& pattern)
+{
+    return std::any_of(pattern.Bytes, pattern.Bytes + pattern.Length,
+                       [](char byte) { return byte == '\r' || byte == '\n'; });
+}
+
 } // namespace
 
 std::int32_t ParseHexString(char* text)
@@ -117,7 +123,10 @@ Needle NeedleForLines(const SearchPattern& pattern)
     if (DocumentOptions.Ptabs != 0) {
         TakeLongestWord(text, length);
     }
-    return MakeNeedle(reads, text, length);
+    Needle needle = MakeNeedle(reads, text, length);
+    // Every line would be a candidate for its end.
+    needle.Possible = needle.Possible && !(Document.IsText && HoldsLineEnd(pattern));
+    return needle;
 }
 
 Needle NeedleForBytes(const SearchPattern& pattern)

@@ -216,8 +216,28 @@ TEST_F(LineIndex, SampleIsTakenAsTheLinesStart)
     for (std::int32_t i = 5; i < 10; ++i) {
         LineSamples()[i] = 0;
     }
-    EXPECT_EQ(TextOfLine(41), std::string(92, 'a'));
     EXPECT_EQ(TextOfLine(40), std::string(99, 'a' + 39 % 26));
+    TextOfLine(20); // so that line 41 has to be sought
+    EXPECT_EQ(TextOfLine(41), std::string(92, 'a'));
+}
+
+TEST_F(LineIndex, NeighbourOfTheLineSoughtLastIsFoundFromIt)
+{
+    OpenBytes(Lines(2 * BlockBytes, 1));
+    TextOfLine(14000); // far behind the last sample, which is of line 1991
+    Document.WorkData[2 * 5000] = '\n'; // a line more, as somebody who counts from the sample would notice
+    EXPECT_EQ(TextOfLine(13999), std::string(1, static_cast<char>('a' + 13998 % 26)));
+    EXPECT_EQ(TextOfLine(14001), std::string(1, static_cast<char>('a' + 14000 % 26)));
+}
+
+TEST_F(LineIndex, LineSoughtLastMeansNothingInABlockReadAnew)
+{
+    StartDocuments(0); // no slots: every change of block reads
+    OpenBytes(Lines(2 * BlockBytes, 1));
+    TextOfLine(14000);
+    TestPort::AddFile(TestPath, Lines(2 * BlockBytes, 3));
+    TextOfLine(29000);
+    EXPECT_EQ(TextOfLine(2000), std::string(3, static_cast<char>('a' + 1999 % 26)));
 }
 
 TEST_F(LineIndex, BlockOfMoreLinesThanSamplesIsFoundThrough)

@@ -48,6 +48,15 @@ std::int32_t FindOneByOne(const std::string& text, std::size_t start)
     return static_cast<std::int32_t>(std::min(text.find_first_of("\r\n", start), text.size()));
 }
 
+// Start - 1 when there is none.
+std::int32_t FindLastOneByOne(const std::string& text, std::size_t start, std::size_t end)
+{
+    while (end > start && text[end - 1] != '\r' && text[end - 1] != '\n') {
+        --end;
+    }
+    return static_cast<std::int32_t>(end) - 1;
+}
+
 std::int32_t Count(const std::string& text)
 {
     const Exact exact(text);
@@ -88,6 +97,12 @@ void CompareAll(const std::string& text, std::mt19937& random)
         ASSERT_EQ(FindLineEnd(exact.Data.data(), static_cast<std::int32_t>(start), exact.Count),
                   FindOneByOne(text, start))
             << start;
+    }
+    for (std::size_t end = 0; end <= text.size(); end += 1 + random() % 5) {
+        const std::size_t start = random() % (end + 1);
+        ASSERT_EQ(FindLastLineEnd(exact.Data.data(), static_cast<std::int32_t>(start), static_cast<std::int32_t>(end)),
+                  FindLastOneByOne(text, start, end))
+            << start << " " << end;
     }
 }
 
@@ -157,6 +172,28 @@ TEST(LineScan, FindsTheFirstLineEndFromStartOn)
     EXPECT_EQ(FindLineEnd(text.Data.data(), 8, text.Count), 8);
 }
 
+TEST(LineScan, FindsTheLastLineEndBeforeEnd)
+{
+    const Exact text("ab\rcd\nef");
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 0, text.Count), 5);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 0, 6), 5);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 0, 5), 2);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 5, text.Count), 5);
+}
+
+TEST(LineScan, WithoutALineEndTheLastOneIsBeforeStart)
+{
+    const Exact text("ab\rcd\nef");
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 0, 2), -1);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 3, 5), 2);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 6, text.Count), 5); // the one at 5 is before start
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 4, 4), 3);
+    EXPECT_EQ(FindLastLineEnd(text.Data.data(), 0, 0), -1);
+    const Exact plain(std::string(100, 'x'));
+    EXPECT_EQ(FindLastLineEnd(plain.Data.data(), 0, plain.Count), -1);
+    EXPECT_EQ(FindLastLineEnd(plain.Data.data(), 17, plain.Count), 16);
+}
+
 TEST(LineScan, AgreesWithByteLoopsForEveryLengthUpTo200)
 {
     std::mt19937 random(1);
@@ -177,6 +214,7 @@ TEST(LineScan, AgreesWithByteLoopsWithASingleLineEndAnywhere)
             ASSERT_EQ(CountLineEnds(exact.Data.data(), exact.Count), 1);
             ASSERT_EQ(LongestRun(exact.Data.data(), exact.Count, 0), LongestOneByOne(text, 0));
             ASSERT_EQ(FindLineEnd(exact.Data.data(), 0, exact.Count), static_cast<std::int32_t>(at));
+            ASSERT_EQ(FindLastLineEnd(exact.Data.data(), 0, exact.Count), static_cast<std::int32_t>(at));
         }
     }
 }

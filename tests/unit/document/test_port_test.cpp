@@ -103,3 +103,61 @@ TEST_F(TestPortTest, NoticesMisuse)
     CloseOpenFile(12345);
     EXPECT_EQ(TestPort::Misuses(), 3);
 }
+
+TEST_F(TestPortTest, TurnsTextIntoCapitalsAsTheWesternCodePageHasThem)
+{
+    const std::string small = "azAZ09[`{\xE0\xFE\xF7\xD7\xFF\x9A\x9C\x9E\xDF\x80\xB5";
+    const std::string capital = "AZAZ09[`{\xC0\xDE\xF7\xD7\x9F\x8A\x8C\x8E\xDF\x80\xB5";
+    std::string text = small;
+    ToUpperCase(text.data(), static_cast<std::int32_t>(text.size()));
+    EXPECT_EQ(text, capital);
+    EXPECT_TRUE(HasOneByteCharacters());
+}
+
+TEST_F(TestPortTest, TurnsAsManyBytesIntoCapitalsAsAskedFor)
+{
+    std::string text("ab\0cdef", 7);
+    ToUpperCase(text.data(), 5);
+    EXPECT_EQ(text, std::string("AB\0CDef", 7));
+    ToUpperCase(text.data() + 5, 0);
+    EXPECT_EQ(text, std::string("AB\0CDef", 7));
+}
+
+TEST_F(TestPortTest, EveryCapitalIsItsOwn)
+{
+    char all[256];
+    for (int i = 0; i < 256; ++i) {
+        all[i] = static_cast<char>(i);
+    }
+    ToUpperCase(all, 256);
+    const std::string once(all, 256);
+    ToUpperCase(all, 256);
+    EXPECT_EQ(std::string(all, 256), once);
+}
+
+TEST_F(TestPortTest, CharacterOfTwoBytesHasNoCapital)
+{
+    TestPort::SetTwoByteCharacters(true);
+    EXPECT_FALSE(HasOneByteCharacters());
+    std::string text = "a\x81"
+                       "ab\xFF\xE0"
+                       "c\x80"
+                       "d\x81";
+    ToUpperCase(text.data(), static_cast<std::int32_t>(text.size())); // the last one is cut off
+    EXPECT_EQ(text, "A\x81"
+                    "aB\xFF\xE0"
+                    "C\x80"
+                    "D\x81");
+    TestPort::SetTwoByteCharacters(false);
+    EXPECT_TRUE(HasOneByteCharacters());
+    ToUpperCase(text.data(), 4);
+    EXPECT_EQ(text.substr(0, 4), "A\x81"
+                                 "AB");
+}
+
+TEST_F(TestPortTest, CharactersOfOneByteAreThoseAtFirst)
+{
+    TestPort::SetTwoByteCharacters(true);
+    TestPort::Reset();
+    EXPECT_TRUE(HasOneByteCharacters());
+}

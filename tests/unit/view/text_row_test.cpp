@@ -183,6 +183,40 @@ TEST_F(TextRow, WithoutARunNoHexRowIsHighlighted)
     EXPECT_FALSE(IsHexRowHighlighted(0));
 }
 
+TEST_F(TextRow, FoundRunReachesOneLineInTextMode)
+{
+    Highlight(5, 14, 20);
+    ExpectBand(LinesOfRun(5), 5, 5);
+    Highlight(5, 500, 29);
+    ExpectBand(LinesOfRun(5), 5, 5);
+}
+
+TEST_F(TextRow, FoundRunReachesTheHexRowsThatItSpillsOverInto)
+{
+    View.HexMode = true;
+    Highlight(5, 2, 3);
+    ExpectBand(LinesOfRun(5), 5, 5);
+    Highlight(5, 0, 16);
+    ExpectBand(LinesOfRun(5), 5, 5);
+    Highlight(5, 15, 1);
+    ExpectBand(LinesOfRun(5), 5, 5);
+    Highlight(5, 15, 2);
+    ExpectBand(LinesOfRun(5), 5, 6);
+    Highlight(5, 14, 18); // ends with its second row
+    ExpectBand(LinesOfRun(5), 5, 6);
+    Highlight(5, 14, 19);
+    ExpectBand(LinesOfRun(5), 5, 7);
+    Highlight(5, 15, 29);
+    ExpectBand(LinesOfRun(5), 5, 7);
+}
+
+TEST_F(TextRow, LinesOfARunAreCountedFromTheLineAskedFor)
+{
+    View.HexMode = true;
+    Highlight(0, 15, 2); // removed from where it was
+    ExpectBand(LinesOfRun(9), 9, 10);
+}
+
 TEST_F(TextRow, HexHighlightBeyondTheRowIsHarmless)
 {
     Highlight(1, 99, 1000000);

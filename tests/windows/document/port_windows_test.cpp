@@ -1,5 +1,6 @@
 #include "document/port.h"
 #include "harness/scratch.h"
+#include "harness/system_calls.h"
 
 #include <gtest/gtest.h>
 
@@ -75,6 +76,24 @@ std::string Ansi(const char16_t* text)
     char ansi[40] = "as before";
     ToAnsiText(text, ansi, sizeof ansi);
     return ansi;
+}
+
+std::string Capitals(std::string text)
+{
+    ToUpperCase(text.data(), static_cast<std::int32_t>(text.size()));
+    return text;
+}
+
+BOOL WINAPI DescribeTwoBytePage(UINT, LPCPINFO page)
+{
+    *page = CPINFO{};
+    page->MaxCharSize = 2;
+    return TRUE;
+}
+
+BOOL WINAPI DescribeNoPage(UINT, LPCPINFO)
+{
+    return FALSE;
 }
 
 } // namespace
@@ -555,4 +574,63 @@ TEST(UserLanguageTest, IsTheLanguageOfTheUsersTexts)
     GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_ILANGUAGE, number, sizeof number);
     EXPECT_EQ(strtoul(number, nullptr, 16), UserLanguage());
     EXPECT_NE(0, UserLanguage());
+}
+
+TEST(ToUpperCaseTest, SmallLettersBecomeCapitalsAndAllElseStays)
+{
+    EXPECT_EQ("ABC XYZ 019 @[`{ABC", Capitals("abc xyz 019 @[`{ABC"));
+    EXPECT_EQ("", Capitals(""));
+}
+
+TEST(ToUpperCaseTest, LettersOfTheCodePageHaveTheirCapitals)
+{
+    ASSERT_EQ(1252u, GetACP()) << "this run tells nothing";
+    EXPECT_EQ("\xC4\xD6\xDC \xC9 \x8A \x9F \xDF \xC4", Capitals("\xE4\xF6\xFC \xE9 \x9A \xFF \xDF \xC4"));
+}
+
+TEST(ToUpperCaseTest, AZeroByteEndsNothing)
+{
+    EXPECT_EQ(std::string("A\0B\0", 4), Capitals(std::string("a\0b\0", 4)));
+}
+
+TEST(ToUpperCaseTest, NothingBehindTheCountIsTouched)
+{
+    char text[] = "abcdef";
+    ToUpperCase(text, 3);
+    EXPECT_STREQ("ABCdef", text);
+    ToUpperCase(text + 3, 0);
+    EXPECT_STREQ("ABCdef", text);
+}
+
+TEST(ToUpperCaseTest, EachByteHasTheSameCapitalWhateverStandsBesideIt)
+{
+    ASSERT_TRUE(HasOneByteCharacters()) << "this run tells nothing";
+    std::string all;
+    std::string expected;
+    for (int byte = 255; byte >= 0; --byte) {
+        all += static_cast<char>(byte);
+        expected += Capitals(std::string(1, static_cast<char>(byte)));
+    }
+    EXPECT_EQ(expected, Capitals(all));
+}
+
+TEST(ToUpperCaseTest, ABlockIsTurnedWhole)
+{
+    const std::string capitals = Capitals(std::string(30000, 'z'));
+    EXPECT_EQ(std::string(30000, 'Z'), capitals);
+}
+
+TEST(HasOneByteCharactersTest, FollowsTheSystemsCodePage)
+{
+    CPINFO page = {};
+    ASSERT_TRUE(GetCPInfo(GetACP(), &page));
+    EXPECT_EQ(page.MaxCharSize == 1, HasOneByteCharacters());
+    const ReplacedCall replaced("GetCPInfo", reinterpret_cast<void*>(DescribeTwoBytePage));
+    EXPECT_FALSE(HasOneByteCharacters());
+}
+
+TEST(HasOneByteCharactersTest, IsNotTakenForGrantedOfAnUnknownCodePage)
+{
+    const ReplacedCall replaced("GetCPInfo", reinterpret_cast<void*>(DescribeNoPage));
+    EXPECT_FALSE(HasOneByteCharacters());
 }
