@@ -18,10 +18,25 @@ namespace {
 
 bool SearchDocument(const SearchPattern& pattern, std::int32_t line, std::int32_t column)
 {
-    if (Document.LineCount == 0 || pattern.Length == 0) {
+    if (pattern.Length == 0) {
         return false;
     }
     return View.HexMode ? SearchHexRows(pattern, line, column) : SearchTextLines(pattern, line, column);
+}
+
+// Searches under the wait cursor and marks what is found instead of what was marked before.
+bool FindAndShow(HWND mainWindow, const SearchPattern& pattern, std::int32_t line, std::int32_t column)
+{
+    SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
+    if (Find.FoundLine != 0) {
+        SendMessageA(mainWindow, WM_REMOVE_MATCH, static_cast<WPARAM>(Find.FoundCol), Find.FoundLine);
+    }
+    const bool found = SearchDocument(pattern, line, column);
+    if (found) {
+        SendMessageA(mainWindow, WM_SHOW_MATCH, static_cast<WPARAM>(Find.FoundCol), Find.FoundLine);
+    }
+    SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+    return found;
 }
 
 // Offers the selected text, or else what was looked for last. False: the dialog was cancelled, and Find's
@@ -53,20 +68,10 @@ void SearchFrom(HWND mainWindow, const SearchOrigin& origin)
 
 void RunSearch(HWND mainWindow, const char* text, std::int32_t line, std::int32_t column)
 {
-    const SearchPattern pattern = PreparePattern(text);
-    SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
-    if (Find.FoundLine != 0) {
-        SendMessageA(mainWindow, WM_REMOVE_MATCH, static_cast<WPARAM>(Find.FoundCol), Find.FoundLine);
-    }
-    Find.FindSucceeded = SearchDocument(pattern, line, column);
-    if (Find.FindSucceeded) {
-        SendMessageA(mainWindow, WM_SHOW_MATCH, static_cast<WPARAM>(Find.FoundCol), Find.FoundLine);
-    } else {
-        Find.FoundLine = 0;
-    }
-    SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+    Find.FindSucceeded = Document.LineCount > 0 && FindAndShow(mainWindow, PreparePattern(text), line, column);
     ShowSearchState();
     if (!Find.FindSucceeded) {
+        Find.FoundLine = 0;
         ReportMessage(mainWindow, IDS_NOT_FOUND);
     }
     RefreshStatus();
