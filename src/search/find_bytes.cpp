@@ -13,7 +13,7 @@ std::int32_t LengthOf(const char* string)
 std::int32_t LastEndingBy(const char* buffer, std::int32_t length, const char* pattern, std::int32_t patternLength,
                           std::int32_t end)
 {
-    std::int32_t at = std::min(end, length - 1) - (patternLength - 1);
+    std::int32_t at = std::min(std::max(end, -1), length - 1) - (patternLength - 1);
     while (at >= 0 && memcmp(buffer + at, pattern, static_cast<std::size_t>(patternLength)) != 0) {
         --at;
     }

@@ -62,6 +62,7 @@ void PlainDocument::Open(const Bytes& content)
         LineCount = 1;
         LineEnds[1] = 1;
     }
+    Walked.assign(static_cast<std::size_t>(LineCount) + 1, Place{});
     CurLine = 1;
     if (CurBlock != 1) {
         LoadBlock(1);
@@ -197,8 +198,17 @@ void PlainDocument::SeekLine(std::int32_t line, std::int64_t offset)
     }
     CurOffset = 0;
     CurLine = static_cast<std::int32_t>(before) + 1;
+    const Place known = Walked[static_cast<std::size_t>(wanted)];
+    if (known.Block != 0) {
+        if (known.Block != CurBlock) {
+            LoadBlock(known.Block);
+        }
+        CurOffset = known.Offset;
+        CurLine = wanted;
+    }
     while (CurLine < wanted) {
         ReadLine();
+        Walked[static_cast<std::size_t>(CurLine)] = {CurBlock, CurOffset};
     }
 }
 

@@ -35,6 +35,8 @@ public:
     // The line that stands at the start of block, going by the counts.
     std::int64_t FirstLineOf(std::int32_t block) const;
 
+    std::int32_t Size() const;
+
     void DiscardParked();
     void SetNoMemory(bool noMemory);
 
@@ -56,7 +58,11 @@ private:
         bool IsGap = false; // stands for block 2 of a file over the text limit: zero bytes
     };
 
-    std::int32_t Size() const;
+    struct Place {
+        std::int32_t Block = 0; // 0 = not known
+        std::int32_t Offset = 0;
+    };
+
     std::int32_t BytesIn(std::int32_t block) const;
     std::uint8_t ByteAt(std::int32_t offset) const;
     bool AtDataEnd() const;
@@ -68,6 +74,7 @@ private:
 
     Bytes Content;
     std::vector<std::int64_t> LineEnds; // by block
+    std::vector<Place> Walked;          // by line: where SeekLine came to, so that it is walked to once
     bool LastLineOpen = false;
     std::vector<Slot> Slots;
     std::size_t NextVictim = 0;

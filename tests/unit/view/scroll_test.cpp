@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+
 namespace {
 
 class Scroll : public testing::Test {
@@ -167,6 +170,26 @@ TEST_F(Scroll, LockBoundsTheBarsFromBelowUnscaled)
     EXPECT_EQ(values.HorizontalMin, 5);
     EXPECT_EQ(View.LeftColumn, 5);
     EXPECT_EQ(View.LockedHeight, 30);
+}
+
+TEST_F(Scroll, LockBehindTheLastBarPositionIsItsLowerEndAllTheSame)
+{
+    Document.LineCount = 100000;
+    View.LockTopLine = 30000;
+    View.LockRows = 2;
+    for (const std::int32_t top : {0, 30000, 30003, 99960}) {
+        View.TopLine = top;
+        const ScrollBarValues values = MeasureScrolling();
+        EXPECT_EQ(View.ScrollScale, 4);
+        EXPECT_EQ(View.TopLine, std::max(top, 30000));
+        EXPECT_EQ(values.VerticalMin, 30000);
+        EXPECT_EQ(values.VerticalMax, 24990);
+        EXPECT_EQ(values.VerticalPosition, std::max(top, 30000) / 4);
+    }
+    View.TopLine = 40000;
+    EXPECT_EQ(Lines(ScrollThumbPosition, 10000 - 1), -4);
+    EXPECT_EQ(Lines(ScrollThumbPosition, 0), -10000);
+    EXPECT_EQ(Lines(ScrollThumbPosition, 24990), 59960);
 }
 
 TEST_F(Scroll, HexModeBarsStartAtZeroWhateverTheLock)
@@ -380,6 +403,25 @@ TEST_F(Scroll, LargestDocumentDoesNotOverflow)
     EXPECT_EQ(View.MaxTop, INT32_MAX - 40);
     EXPECT_EQ(Lines(ScrollToEnd), INT32_MAX - 40);
     EXPECT_EQ(ThumbTarget(INT32_MAX), View.MaxTop);
+}
+
+TEST_F(Scroll, LineAtTheTopOfTheLargestDocumentHasANumberInAViewWithoutAWholeRow)
+{
+    Document.LineCount = INT32_MAX; // records of one byte
+    Document.LongestLine = 1;
+    for (const std::int32_t height : {0, 9, 10, 19, 20}) {
+        View.ClientHeight = height;
+        const std::int32_t last = INT32_MAX - std::max(height / 10, 1);
+        View.TopLine = INT32_MAX;
+        MeasureScrolling();
+        EXPECT_EQ(View.MaxTop, last) << height;
+        EXPECT_EQ(View.TopLine, last) << height;
+        EXPECT_EQ(ClampVertical(1), 0);
+        EXPECT_EQ(ThumbTarget(INT32_MAX), last);
+        View.TopLine = 0;
+        EXPECT_EQ(Lines(ScrollToEnd), last);
+        EXPECT_EQ(Lines(ScrollToTarget, 0, INT32_MAX), last);
+    }
 }
 
 TEST_F(Scroll, PositionForTheBarIsScaled)
