@@ -159,8 +159,8 @@ void ShowBeginning()
 
 void ToggleLock(HWND, UINT)
 {
-    if (IsIconic(Windows.Main)) {
-        return; // there is nothing to choose in
+    if (IsIconic(Windows.Main) || View.PickingLock) {
+        return; // there is nothing to choose in, or a choice is being made
     }
     if (AnyLock()) {
         ClearLock();

@@ -1,22 +1,21 @@
-// Finding: what the dialog offers, where the search starts, what the windows are told, and how the match is shown.
+// Finding: what the dialog offers, where the search starts, and what the windows are told.
 #include "app/find_command.h"
 
 #include "app/app_state.h"
+#include "app/finding.h"
 #include "app/menu_state.h"
-#include "app/open_sequence.h"
 #include "base/text.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
 #include "harness/dialogs.h"
 #include "harness/picture.h"
-#include "harness/program.h"
 #include "harness/scratch.h"
 #include "harness/system_calls.h"
 #include "resources/ids.h"
 #include "search/find_state.h"
+#include "search/search_origin.h"
 #include "view/frame_windows.h"
 #include "view/lock_region.h"
-#include "view/screen_font.h"
 #include "view/view_state.h"
 
 #include <gtest/gtest.h>
@@ -24,251 +23,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
-// A message that a window of the program was sent, and how things stood when it came.
-struct Noted {
-    HWND Window;
-    UINT Message;
-    std::int32_t WParam;
-    std::int32_t LParam;
-    HCURSOR Cursor;
-    bool Busy;
-    bool Backwards;
-    RECT ToPaint;
-};
-
-std::vector<Noted> Log;
-std::map<HWND, WNDPROC> Watched;
-
-LRESULT CALLBACK NoteMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const bool isPrivate = message >= WM_USER && message <= WM_USER + 12;
-    if (isPrivate || message == WM_PAINT || message == WM_HSCROLL) {
-        Noted noted = {};
-        noted.Window = window;
-        noted.Message = message;
-        noted.WParam = static_cast<std::int32_t>(wParam);
-        noted.LParam = static_cast<std::int32_t>(lParam);
-        noted.Cursor = GetCursor();
-        noted.Busy = App.BusyCursor;
-        noted.Backwards = Find.Backwards;
-        GetUpdateRect(window, &noted.ToPaint, FALSE);
-        Log.push_back(noted);
-    }
-    return CallWindowProcA(Watched[window], window, message, wParam, lParam);
-}
-
-// Notes what a window is sent, from an empty log on.
-class Watch {
-public:
-    explicit Watch(std::vector<HWND> windows) : Windows(std::move(windows))
-    {
-        for (HWND window : Windows) {
-            Watched[window] = reinterpret_cast<WNDPROC>(
-                SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(NoteMessage)));
-        }
-        Log.clear();
-    }
-    ~Watch()
-    {
-        for (HWND window : Windows) {
-            SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Watched[window]));
-        }
-    }
-    Watch(const Watch&) = delete;
-    Watch& operator=(const Watch&) = delete;
-
-    // What the main window was sent on finding something, without its base: 0 to 3.
-    static std::vector<UINT> SearchMessages()
-    {
-        std::vector<UINT> messages;
-        for (const Noted& noted : Log) {
-            if (noted.Window == ::Windows.Main && noted.Message <= WM_USER + 3 && noted.Message >= WM_USER) {
-                messages.push_back(noted.Message - WM_USER);
-            }
-        }
-        return messages;
-    }
-
-    static const Noted* Last(HWND window, UINT message)
-    {
-        const Noted* last = nullptr;
-        for (const Noted& noted : Log) {
-            if (noted.Window == window && noted.Message == message) {
-                last = &noted;
-            }
-        }
-        return last;
-    }
-
-private:
-    std::vector<HWND> Windows;
-};
-
 using Messages = std::vector<UINT>;
-
-constexpr char NotFound[] = "Search string not found";
-
-// Lines of dots, some of them replaced.
-std::string Lines(int count, const std::map<int, std::string>& replaced, std::size_t length = 20)
-{
-    std::string content;
-    for (int line = 1; line <= count; ++line) {
-        const auto found = replaced.find(line);
-        content += (found != replaced.end() ? found->second : std::string(length, '.')) + "\n";
-    }
-    return content;
-}
-
-class FindCommand : public RunningProgram {
-protected:
-    FindCommand()
-    {
-        Find = FindState{};
-        SetWindowPos(Windows.Main, nullptr, 0, 0, 800, 600, SWP_NOZORDER | SWP_NOACTIVATE);
-        CopyText(ViewOptions.FontName, "Courier");
-        CreateScreenFont(false);
-    }
-
-    ~FindCommand() override
-    {
-        ClearLock();
-        CheckCommand(IDM_VIEW_HEX, false);
-        CheckCommand(IDM_VIEW_TEXT, true);
-        Find = FindState{};
-        App.ClosedOnIconize = false;
-    }
-
-    static void Command(UINT id) { SendMessageA(Windows.Main, WM_COMMAND, id, 0); }
-
-    static void Open(const ScratchFile& file)
-    {
-        ASSERT_TRUE(OpenSequence(Windows.Main, file.Path()));
-        UpdateWindow(Windows.View);
-    }
-
-    static void OpenHex(const ScratchFile& file)
-    {
-        Open(file);
-        Command(IDM_VIEW_HEX);
-        ASSERT_TRUE(View.HexMode);
-        UpdateWindow(Windows.View);
-    }
-
-    static void EnterAndPressOk(HWND dialog, const char* text, const char* hex)
-    {
-        SetDlgItemTextA(dialog, IDC_FIND_TEXT, text);
-        SetDlgItemTextA(dialog, IDC_FIND_HEX, hex);
-        PressButton(dialog, IDOK);
-    }
-
-    // Finds something through the dialog.
-    static void LookFor(const char* text, const char* hex = "")
-    {
-        DialogAnswers answers;
-        answers.Then([text, hex](HWND dialog) { EnterAndPressOk(dialog, text, hex); });
-        Command(IDM_SEARCH_FIND);
-    }
-
-    // The same where nothing is found; returns what is said.
-    static std::string LookInVainFor(const char* text, const char* hex = "")
-    {
-        DialogAnswers answers;
-        answers.Then([text, hex](HWND dialog) { EnterAndPressOk(dialog, text, hex); }).ThenPress(IDOK);
-        Command(IDM_SEARCH_FIND);
-        return answers.Seen().size() == 2 ? answers.Seen()[1].Text : "";
-    }
-
-    // Finds it again, which it does.
-    static void Repeat(UINT id)
-    {
-        const DialogAnswers none;
-        Command(id);
-    }
-
-    static std::string CommandInVain(UINT id)
-    {
-        DialogAnswers answers;
-        answers.ThenPress(IDOK);
-        Command(id);
-        return answers.OnlyText();
-    }
-
-    // What the dialog offers as text and as hex string.
-    static std::pair<std::string, std::string> Offered()
-    {
-        std::pair<std::string, std::string> offered;
-        DialogAnswers answers;
-        answers.Then([&offered](HWND dialog) {
-            offered = {ControlText(dialog, IDC_FIND_TEXT), ControlText(dialog, IDC_FIND_HEX)};
-            PressButton(dialog, IDCANCEL);
-        });
-        Command(IDM_SEARCH_FIND);
-        return offered;
-    }
-
-    static std::string OfferedText() { return Offered().first; }
-
-    // Selects columns of lines by mouse; all of them are on screen.
-    static void Select(int line, int column, int lastLine, int lastColumn)
-    {
-        SendMessageA(Windows.View, WM_LBUTTONDOWN, MK_LBUTTON, Cell(line, column));
-        SendMessageA(Windows.View, WM_MOUSEMOVE, MK_LBUTTON, Cell(lastLine, lastColumn));
-        SendMessageA(Windows.View, WM_LBUTTONUP, 0, Cell(lastLine, lastColumn));
-    }
-
-    static LPARAM Cell(int line, int column)
-    {
-        return MAKELPARAM(TextMargin + (column - View.LeftColumn) * View.CharWidth,
-                          (line - 1 - View.TopLine) * View.LineHeight + View.LineHeight / 2);
-    }
-
-    static void GoToTop(std::int32_t top)
-    {
-        SendMessageA(Windows.View, WM_SCROLL_VIEW, 99, top);
-        ASSERT_EQ(top, View.TopLine);
-        UpdateWindow(Windows.View);
-    }
-
-    static void Lock(int rows)
-    {
-        View.LockRows = rows;
-        LayOutFrameAnew();
-        RedrawWindow(Windows.View, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-    }
-
-    static void ExpectFound(std::int32_t line, std::int32_t column)
-    {
-        EXPECT_TRUE(Find.FindSucceeded);
-        EXPECT_EQ(line, Find.FoundLine);
-        EXPECT_EQ(column, Find.FoundCol);
-    }
-
-    static bool CanRepeat()
-    {
-        const bool next = IsCommandPossible(IDM_SEARCH_FIND_NEXT);
-        EXPECT_EQ(next, IsCommandPossible(IDM_SEARCH_FIND_PREVIOUS));
-        EXPECT_EQ(next, ButtonTable[7].Enabled);
-        return next;
-    }
-
-    static Picture ViewPicture()
-    {
-        UpdateWindow(Windows.View);
-        return PictureOf(Windows.View, {0, 0, View.ClientWidth, View.ClientHeight});
-    }
-
-    static Picture RowPicture(int row)
-    {
-        UpdateWindow(Windows.View);
-        return PictureOf(Windows.View, {0, row * View.LineHeight, View.ClientWidth, (row + 1) * View.LineHeight});
-    }
-};
 
 } // namespace
 
@@ -780,335 +541,36 @@ TEST_F(FindCommand, AMatchTakesTheSelectionAway)
 
 namespace {
 
-class ShownMatch : public FindCommand {
-protected:
-    static void Show(std::int32_t column, std::int32_t line, std::int32_t length)
-    {
-        Find.FoundLen = length;
-        SendMessageA(Windows.Main, WM_USER + 2, static_cast<WPARAM>(column), line);
-    }
+std::vector<std::string> Boxes;
 
-    static void Remove(std::int32_t column, std::int32_t line)
-    {
-        SendMessageA(Windows.Main, WM_USER + 3, static_cast<WPARAM>(column), line);
-    }
-
-    static std::int32_t Columns() { return View.ClientWidth / View.CharWidth; }
-
-    // The columns that the view starts at when it shows a match from a view that starts at left.
-    static std::int32_t LeftAfter(std::int32_t left, std::int32_t column, std::int32_t length)
-    {
-        const BeepCounter silence;
-        View.LeftColumn = left;
-        View.BeepedAtEnd = false;
-        Show(column, View.TopLine + 1, length);
-        return View.LeftColumn;
-    }
-
-    static std::int32_t TopAfter(std::int32_t top, std::int32_t line)
-    {
-        GoToTop(top);
-        const BeepCounter beeps;
-        Show(0, line, 3);
-        EXPECT_EQ(0, beeps.Count());
-        return View.TopLine;
-    }
-
-    // What the view paints for it, in rows of the window; the whole width.
-    struct PaintedRows {
-        int Count; // paints
-        std::int32_t First;
-        std::int32_t Rows;
-        bool operator==(const PaintedRows& other) const
-        {
-            return Count == other.Count && First == other.First && Rows == other.Rows;
-        }
-    };
-
-    static PaintedRows Painted()
-    {
-        PaintedRows painted = {};
-        for (const Noted& noted : Log) {
-            if (noted.Window == Windows.View && noted.Message == WM_PAINT) {
-                ++painted.Count;
-                EXPECT_EQ(0, noted.ToPaint.left);
-                EXPECT_EQ(View.ClientWidth, noted.ToPaint.right);
-                EXPECT_EQ(0, noted.ToPaint.top % View.LineHeight);
-                painted.First = noted.ToPaint.top / View.LineHeight;
-                painted.Rows = (noted.ToPaint.bottom - noted.ToPaint.top) / View.LineHeight;
-            }
-        }
-        return painted;
-    }
-};
-
-} // namespace
-
-TEST_F(ShownMatch, IsTheHighlightedRun)
+int WINAPI NoteBox(HWND, LPCSTR text, LPCSTR, UINT)
 {
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    Show(3, 20, 5);
-    EXPECT_EQ(20, View.HiliteLine);
-    EXPECT_EQ(3, View.HiliteCol);
-    EXPECT_EQ(5, View.HiliteLen);
+    Boxes.push_back(text);
+    return IDOK;
 }
 
-TEST_F(ShownMatch, WithinTheColumnsOnScreenMovesNothingSideways)
-{
-    const ScratchFile file("find.txt", Lines(30, {}, 400));
-    Open(file);
-    ASSERT_LT(150, View.MaxLeft);
-    // Its end is one column behind its last character.
-    EXPECT_EQ(100, LeftAfter(100, 120, 6));
-    EXPECT_EQ(100, LeftAfter(100, 100 - 6 - 1, 6));
-    EXPECT_EQ(100, LeftAfter(100, 100 + Columns() - 6 - 1, 6));
-}
-
-TEST_F(ShownMatch, OutsideTheColumnsOnScreenTakesTheViewBackToItsFirstColumn)
-{
-    const ScratchFile file("find.txt", Lines(30, {}, 400));
-    Open(file);
-    EXPECT_EQ(0, LeftAfter(100, 10, 6));
-    EXPECT_EQ(0, LeftAfter(100, 100 - 6 - 2, 6));
-    EXPECT_EQ(0, LeftAfter(100, 100 + Columns() - 6, 6));
-    EXPECT_EQ(0, LeftAfter(100, 390, 6)) << "also to the right, where it is not to be seen then";
-}
-
-TEST_F(ShownMatch, OutsideTheColumnsOnScreenTakesTheViewBackToTheFirstLockedColumn)
-{
-    const ScratchFile file("find.txt", Lines(30, {}, 400));
-    Open(file);
-    View.LockColStart = 5;
-    EXPECT_EQ(5, LeftAfter(100, 10, 6));
-    EXPECT_EQ(5, LeftAfter(100, 390, 6));
-}
-
-TEST_F(ShownMatch, OutsideTheColumnsOnScreenIsAskedForAsAThumbPositionOf0)
-{
-    const ScratchFile file("find.txt", Lines(30, {}, 400));
-    Open(file);
-    const BeepCounter silence;
-    for (const std::int32_t column : {3, 300}) {
-        View.LeftColumn = 100;
-        const Watch watch({Windows.View});
-        Show(column, 1, 6);
-        const Noted* const scroll = Watch::Last(Windows.View, WM_HSCROLL);
-        ASSERT_NE(nullptr, scroll);
-        EXPECT_EQ(MAKELONG(SB_THUMBPOSITION, 0), scroll->WParam);
-        EXPECT_EQ(std::max(column + 6 + 1 - Columns() / 2, 0), scroll->LParam) << "what the view does not look at";
-    }
-    const Watch watch({Windows.View});
-    View.LeftColumn = 100;
-    Show(120, 1, 6);
-    EXPECT_EQ(nullptr, Watch::Last(Windows.View, WM_HSCROLL));
-}
-
-TEST_F(ShownMatch, OfADumpEndsWhereItsPairsDo)
-{
-    SetWindowPos(Windows.Main, nullptr, 0, 0, 400, 600, SWP_NOZORDER | SWP_NOACTIVATE);
-    const ScratchFile file("find.bin", std::string(2000, 'x'));
-    OpenHex(file);
-    ASSERT_GT(50, Columns());
-    // 3 * 9 + 4 + 10
-    EXPECT_EQ(41, LeftAfter(41, 9, 4));
-    EXPECT_EQ(0, LeftAfter(42, 9, 4));
-    EXPECT_EQ(41 - Columns(), LeftAfter(41 - Columns(), 9, 4));
-    EXPECT_EQ(0, LeftAfter(40 - Columns(), 9, 4)) << "beyond the right edge";
-    // No row is longer than 76 characters.
-    EXPECT_EQ(76 - Columns(), LeftAfter(76 - Columns(), 15, 22));
-    EXPECT_EQ(0, LeftAfter(75 - Columns(), 15, 22));
-}
-
-TEST_F(ShownMatch, OnScreenMovesNothing)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    EXPECT_EQ(100, TopAfter(100, 101));
-    EXPECT_EQ(100, TopAfter(100, 100 + RowsOnScreen()));
-}
-
-TEST_F(ShownMatch, OffScreenComesSecondOnScreen)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    EXPECT_EQ(100 + RowsOnScreen() + 1 - 2, TopAfter(100, 100 + RowsOnScreen() + 1));
-    EXPECT_EQ(98, TopAfter(100, 100));
-    EXPECT_EQ(48, TopAfter(100, 50));
-    EXPECT_EQ(0, TopAfter(100, 1));
-    EXPECT_EQ(0, TopAfter(100, 2));
-    EXPECT_EQ(View.MaxTop, TopAfter(0, 300));
-}
-
-TEST_F(ShownMatch, OffScreenComesSecondBelowTheHeadings)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    Lock(3);
-    EXPECT_EQ(200 - 2 - 3, TopAfter(100, 200));
-    EXPECT_EQ(0, TopAfter(100, 4));
-}
-
-TEST_F(ShownMatch, CanBeScrolledToTheTop)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    Find.ScrollToOn = true;
-    EXPECT_EQ(110, TopAfter(100, 111)) << "although it is on screen";
-    EXPECT_EQ(110, TopAfter(110, 111));
-    EXPECT_EQ(0, TopAfter(100, 1));
-    EXPECT_EQ(View.MaxTop, TopAfter(100, 300));
-    Lock(3);
-    EXPECT_EQ(150 - 1 - 3, TopAfter(100, 150));
-    EXPECT_EQ(0, TopAfter(100, 2));
-}
-
-TEST_F(ShownMatch, CanBeScrolledToTheMiddle)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    Find.ScrollToOn = true;
-    Find.ScrollToTop = false;
-    EXPECT_EQ(120 - RowsOnScreen() / 2, TopAfter(100, 120));
-    EXPECT_EQ(0, TopAfter(100, 3));
-    EXPECT_EQ(View.MaxTop, TopAfter(100, 298));
-    Lock(3);
-    EXPECT_EQ(150 - RowsOnScreen() / 2, TopAfter(100, 150));
-}
-
-TEST_F(ShownMatch, IsNotScrolledToWhereItStandsAlready)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    for (const bool scrollTo : {false, true}) {
-        Find.ScrollToOn = scrollTo;
-        GoToTop(100);
-        const Watch watch({Windows.View});
-        Show(0, 101, 3);
-        EXPECT_EQ(nullptr, Watch::Last(Windows.View, WM_USER + 12));
-        Show(0, 200, 3);
-        const Noted* const scroll = Watch::Last(Windows.View, WM_USER + 12);
-        ASSERT_NE(nullptr, scroll);
-        EXPECT_EQ(99, scroll->WParam);
-        EXPECT_EQ(scrollTo ? 199 : 198, scroll->LParam);
-    }
-}
-
-TEST_F(ShownMatch, HasOnlyItsRowPainted)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    GoToTop(100);
-    const Watch watch({Windows.View});
-    Show(3, 108, 4);
-    EXPECT_EQ((PaintedRows{1, 7, 1}), Painted());
-    Log.clear();
-    Remove(3, 108);
-    EXPECT_EQ((PaintedRows{1, 7, 1}), Painted());
-    EXPECT_EQ(0, View.HiliteLine);
-    EXPECT_EQ(0, View.HiliteLen);
-}
-
-TEST_F(ShownMatch, OfADumpHasAllItsRowsPainted)
-{
-    const ScratchFile file("find.bin", std::string(5000, 'x'));
-    OpenHex(file);
-    GoToTop(100);
-    const struct {
-        std::int32_t Column;
-        std::int32_t Length;
-        std::int32_t Rows;
-    } runs[] = {{0, 14, 1}, {2, 14, 1}, {3, 14, 2}, {15, 14, 2}, {0, 17, 2}, {4, 29, 3}, {3, 29, 2}, {15, 29, 3}};
-    for (const auto& run : runs) {
-        SCOPED_TRACE(run.Column);
-        SCOPED_TRACE(run.Length);
-        const Watch watch({Windows.View});
-        Show(run.Column, 108, run.Length);
-        EXPECT_EQ((PaintedRows{1, 7, run.Rows}), Painted());
-        Log.clear();
-        Remove(run.Column, 108);
-        EXPECT_EQ((PaintedRows{1, 7, run.Rows}), Painted());
-    }
-}
-
-TEST_F(ShownMatch, ThatIsScrolledAwayIsRemovedWithoutPainting)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    Show(3, 8, 4);
-    GoToTop(100);
-    const Watch watch({Windows.View});
-    Remove(3, 8);
-    EXPECT_EQ(0, Painted().Count);
-    EXPECT_EQ(0, View.HiliteLine);
-    EXPECT_EQ(0, View.HiliteLen);
-}
-
-TEST_F(ShownMatch, OutsideTheDocumentIsIgnored)
-{
-    const ScratchFile file("find.txt", Lines(300, {}));
-    Open(file);
-    GoToTop(100);
-    Show(3, 108, 4);
-    const Watch watch({Windows.View});
-    for (const std::int32_t line : {0, -1, 301, INT32_MIN, INT32_MAX}) {
-        Show(3, line, 4);
-        EXPECT_EQ(108, View.HiliteLine);
-    }
-    Show(-1, 110, 4);
-    Show(INT32_MAX, 110, 4);
-    EXPECT_EQ(108, View.HiliteLine);
-    EXPECT_EQ(100, View.TopLine);
-    EXPECT_EQ(0, Painted().Count);
-    Remove(3, INT32_MAX);
-    EXPECT_EQ(0, View.HiliteLine);
-    EXPECT_EQ(0, View.HiliteLen);
-}
-
-TEST_F(ShownMatch, StandsOutInItsRowOnlyAndLeavesNoTrace)
-{
-    const ScratchFile file("find.txt", Lines(300, {{8, "some words in a line"}}));
-    for (const bool hex : {false, true}) {
-        Open(file);
-        Command(hex ? IDM_VIEW_HEX : IDM_VIEW_TEXT);
-        const Picture before = ViewPicture();
-        const Picture rowBefore = RowPicture(7);
-        const Picture nextBefore = RowPicture(8);
-        Show(14, 8, 4); // of a dump: spills over
-        const int inRow = DifferentPixels(rowBefore, RowPicture(7));
-        const int inNext = DifferentPixels(nextBefore, RowPicture(8));
-        EXPECT_LT(0, inRow);
-        EXPECT_EQ(hex, inNext > 0);
-        EXPECT_EQ(inRow + inNext, DifferentPixels(before, ViewPicture()));
-        Remove(14, 8);
-        EXPECT_EQ(0, DifferentPixels(before, ViewPicture()));
-    }
-}
-
-TEST_F(ShownMatch, InAHeadingIsHighlightedThereAndGoesAlsoWhenTheTextIsScrolledAway)
-{
-    const ScratchFile file("find.txt", Lines(300, {{2, "some words in a line"}}));
-    Open(file);
-    Lock(3);
-    const Picture heading = RowPicture(1);
-    GoToTop(100);
-    const Picture before = ViewPicture();
-    LookFor("words");
-    ExpectFound(2, 5);
-    EXPECT_EQ(0, View.TopLine);
-    EXPECT_LT(0, DifferentPixels(heading, RowPicture(1)));
-    GoToTop(100);
-    EXPECT_LT(0, DifferentPixels(heading, RowPicture(1))) << "headings stay";
-    EXPECT_EQ(NotFound, CommandInVain(IDM_SEARCH_FIND_NEXT));
-    EXPECT_EQ(0, DifferentPixels(before, ViewPicture()));
-}
-
-namespace {
-
-// A text of 20 blocks, more than are kept in memory, with its word in the middle of them.
+// A text of 20 blocks, more than are kept in memory, with its word in the middle of them. It is searched as behind
+// the dialog, and message boxes are only noted: opening one takes ten times as long as opening the file.
 class FileThatShrinks : public FindCommand {
 protected:
-    FileThatShrinks() : File("shrinks.txt", Lines(30000, {{15000, "word"}})) {}
+    FileThatShrinks()
+        : Box("MessageBoxA", reinterpret_cast<void*>(NoteBox)), File("shrinks.txt", Lines(30000, {{15000, "word"}}))
+    {
+        Boxes.clear();
+    }
+
+    // Searches from where the command would.
+    static void Search(const char* text)
+    {
+        CopyText(Find.LastFindText, text);
+        const SearchOrigin origin = OriginOfSearch();
+        RunSearch(Windows.Main, text, origin.Line, origin.Column);
+    }
+
+    // What was said since the last look.
+    static std::vector<std::string> Said() { return std::exchange(Boxes, {}); }
+
+    static std::vector<std::string> OnlyNotFound() { return {NotFound}; }
 
     static void OpenInMode(const ScratchFile& file, bool hex)
     {
@@ -1127,11 +589,16 @@ protected:
         Open(other);
         Command(IDM_VIEW_TEXT);
         Find.Backwards = false;
-        LookFor("word");
+        Search("word");
         ExpectFound(5, 2);
+        EXPECT_EQ(std::vector<std::string>{}, Said());
         CloseDocument();
     }
 
+private:
+    ReplacedCall Box;
+
+protected:
     ScratchFile File;
 };
 
@@ -1148,7 +615,8 @@ TEST_F(FileThatShrinks, HasNothingToFindBehindItsEnd)
                 ASSERT_LT(2 * (MaxCacheSlots + 1) * BlockBytes, Document.FileSize);
                 file.Truncate(size);
                 Find.Backwards = backwards;
-                EXPECT_EQ(NotFound, LookInVainFor("word"));
+                Search("word");
+                EXPECT_EQ(OnlyNotFound(), Said());
                 EXPECT_FALSE(CanRepeat());
                 EXPECT_TRUE(View.FileShown);
             }
@@ -1164,12 +632,13 @@ TEST_F(FileThatShrinks, HasWhatIsLeftOfItToFind)
         OpenInMode(file, hex);
         const std::int32_t place = 14999 * 21;
         file.Truncate(place + 4);
-        LookFor("word");
+        Search("word");
         ExpectFound(hex ? place / 16 + 1 : 15000, hex ? place % 16 : 0);
         ExpectUsable();
         OpenInMode(file, hex);
         file.Truncate(place + 3);
-        EXPECT_EQ(NotFound, LookInVainFor("word"));
+        Search("word");
+        EXPECT_EQ(OnlyNotFound(), Said());
     }
 }
 
@@ -1180,11 +649,12 @@ TEST_F(FileThatShrinks, AfterAMatchHasNoNextOne)
             ScratchFile file("cut.txt", Lines(30000, {{15000, "word"}, {4000, "word"}, {26000, "word"}}));
             OpenInMode(file, hex);
             Find.Backwards = false;
-            LookFor("word");
-            Repeat(IDM_SEARCH_FIND_NEXT);
+            Search("word");
+            Command(IDM_SEARCH_FIND_NEXT);
             ASSERT_TRUE(Find.FindSucceeded);
             file.Truncate(0);
-            EXPECT_EQ(NotFound, CommandInVain(id));
+            Command(id);
+            EXPECT_EQ(OnlyNotFound(), Said());
             ExpectUsable();
         }
     }
@@ -1199,16 +669,10 @@ TEST_F(FileThatShrinks, OrIsGoneWhileTheWindowIsAnIconHasNothingToFind)
             SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
             ASSERT_TRUE(DeleteFileA(file.Path())) << "the file is released";
             Find.Backwards = backwards;
-            {
-                DialogAnswers answers;
-                answers.ThenPress(IDOK);
-                RunSearch(Windows.Main, "word", backwards ? RowCount() : 1, 0);
-                EXPECT_EQ(NotFound, answers.OnlyText());
-            }
-            DialogAnswers answers;
-            answers.ThenPress(IDOK);
+            RunSearch(Windows.Main, "word", backwards ? RowCount() : 1, 0);
+            EXPECT_EQ(OnlyNotFound(), Said());
             SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0);
-            EXPECT_EQ("File being browsed could not be re-opened", answers.OnlyText());
+            EXPECT_EQ((std::vector<std::string>{"File being browsed could not be re-opened"}), Said());
             EXPECT_FALSE(View.FileShown);
         }
     }

@@ -4,6 +4,8 @@
 #include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "base/text.h"
+#include "document/document_state.h"
+#include "harness/dialogs.h"
 #include "harness/picture.h"
 #include "harness/program.h"
 #include "harness/scratch.h"
@@ -67,6 +69,54 @@ LRESULT CALLBACK NoteString(HWND window, UINT message, WPARAM wParam, LPARAM lPa
     return CallWindowProcA(StatusProc, window, message, wParam, lParam);
 }
 
+// How often the choice looks for a message, and how often it waits for one. At its first wait the user presses
+// Esc; one that looks again and again without waiting has failed, and the user presses it then.
+constexpr int MostLooks = 1000;
+int Looks;
+int Waits;
+decltype(&PeekMessageA) RealPeek;
+
+BOOL WINAPI CountLook(MSG* message, HWND window, UINT first, UINT last, UINT remove)
+{
+    if (++Looks == MostLooks) {
+        PostMessageA(Windows.View, WM_KEYDOWN, VK_ESCAPE, 1);
+    }
+    return RealPeek(message, window, first, last, remove);
+}
+
+BOOL WINAPI EscAtWait()
+{
+    ++Waits;
+    PostMessageA(Windows.View, WM_KEYDOWN, VK_ESCAPE, 1);
+    return TRUE;
+}
+
+// Where the program moves the pointer. What the system says of it may be late.
+std::vector<POINT> MovedTo;
+
+BOOL WINAPI NotePointer(int x, int y)
+{
+    MovedTo.push_back({x, y});
+    return TRUE;
+}
+
+class CountedLooks {
+public:
+    CountedLooks()
+        : Peek("PeekMessageA", reinterpret_cast<void*>(CountLook)),
+          Wait("WaitMessage", reinterpret_cast<void*>(EscAtWait))
+    {
+        const HMODULE library = GetModuleHandleA("user32");
+        RealPeek =
+            reinterpret_cast<decltype(RealPeek)>(reinterpret_cast<void*>(GetProcAddress(library, "PeekMessageA")));
+        Looks = Waits = 0;
+    }
+
+private:
+    ReplacedCall Peek;
+    ReplacedCall Wait;
+};
+
 class LockRegion : public RunningProgram {
 protected:
     LockRegion()
@@ -113,11 +163,23 @@ protected:
         Run([] { SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0); });
     }
 
+    // Behind everything that is planned. A box that opens meanwhile takes the messages off that wait, so its
+    // step plans this once the box is closed.
+    static void EndWhatGoesOn()
+    {
+        Then([] { ADD_FAILURE() << "the choice goes on"; });
+        Key(VK_ESCAPE);
+    }
+
     static void Run(const std::function<void()>& choice)
     {
         const std::size_t planned = Steps.size();
-        Then([] { ADD_FAILURE() << "the choice goes on"; });
-        Key(VK_ESCAPE);
+        EndWhatGoesOn();
+        RunUnguarded(choice, planned);
+    }
+
+    static void RunUnguarded(const std::function<void()>& choice, std::size_t planned)
+    {
         StepsTaken = 0;
         choice();
         EXPECT_EQ(planned, StepsTaken);
@@ -140,6 +202,28 @@ protected:
         ClearLock();
     }
 
+    // What happens during the choice ends it, and locks nothing; the view shows no bar afterwards.
+    static void ExpectEnds(std::function<void()> happens)
+    {
+        Move(Columns(9), Rows(3));
+        Then(std::move(happens));
+        Key(VK_RETURN);
+        Toggle();
+        EXPECT_FALSE(View.PickingLock);
+        EXPECT_EQ(nullptr, GetCapture());
+        ExpectLocked(0, 0);
+        ExpectCleanView();
+    }
+
+    // What the view shows is what it shows when all of it is painted.
+    static void ExpectCleanView()
+    {
+        PumpMessages();
+        const Picture shown = ViewPicture();
+        RedrawWindow(Windows.View, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        EXPECT_EQ(0, DifferentPixels(ViewPicture(), shown));
+    }
+
     static Picture ViewPicture() { return PictureOf(Windows.View, {0, 0, View.ClientWidth, View.ClientHeight}); }
 
     static Picture RowPicture(int row)
@@ -152,6 +236,34 @@ protected:
     {
         UpdateWindow(Windows.View);
         return PictureOf(Windows.View, {left, 0, right, View.ClientHeight});
+    }
+
+    // The main window with its frame, and all within it.
+    static RECT WholeWindow()
+    {
+        RECT whole;
+        GetWindowRect(Windows.Main, &whole);
+        OffsetRect(&whole, -whole.left, -whole.top);
+        return whole;
+    }
+
+    static Picture WindowPicture()
+    {
+        const RECT whole = WholeWindow();
+        const HDC source = GetWindowDC(Windows.Main);
+        const Picture picture = Drawn(whole.right, whole.bottom, [&](HDC canvas) {
+            BitBlt(canvas, 0, 0, whole.right, whole.bottom, source, 0, 0, SRCCOPY);
+        });
+        ReleaseDC(Windows.Main, source);
+        return picture;
+    }
+
+    static void BlackenWindow()
+    {
+        const RECT whole = WholeWindow();
+        const HDC dc = GetWindowDC(Windows.Main);
+        FillRect(dc, &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        ReleaseDC(Windows.Main, dc);
     }
 
     // A picture of the view with bars at y and, unless it is -1, at x.
@@ -221,10 +333,12 @@ TEST_F(LockRegion, TheChoiceStartsWithThePointerWhereTheBarsCross)
 {
     const ScratchFile file("lock.txt", Table(200));
     Open(file);
-    POINT pointer = {};
-    Then([&pointer] { GetCursorPos(&pointer); });
+    const ReplacedCall noted("SetCursorPos", reinterpret_cast<void*>(NotePointer));
+    MovedTo.clear();
     Key(VK_ESCAPE);
     Toggle();
+    ASSERT_EQ(1u, MovedTo.size());
+    POINT pointer = MovedTo[0];
     ScreenToClient(Windows.View, &pointer);
     EXPECT_EQ(Columns(20), pointer.x);
     EXPECT_EQ(Rows(4), pointer.y);
@@ -593,4 +707,249 @@ TEST_F(LockRegion, NothingCanBeSelectedBesideALock)
     EXPECT_EQ(0, View.SelLineB);
     EXPECT_FALSE(IsCommandPossible(IDM_EDIT_COPY));
     EXPECT_NE(Windows.View, GetCapture());
+}
+
+TEST_F(LockRegion, AfterEscTheMainWindowIsToldItsSizeAndTheViewPaintedAnewToo)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    RECT client;
+    GetClientRect(Windows.Main, &client);
+    const Replaced noted(Windows.Main, NoteSize, MainProc);
+    Told = {};
+    Key(VK_ESCAPE);
+    Toggle();
+    ASSERT_FALSE(AnyLock());
+    EXPECT_EQ(1, Told.Count);
+    EXPECT_EQ(static_cast<WPARAM>(SIZE_RESTORED), Told.Kind);
+    EXPECT_EQ(MAKELPARAM(client.right, client.bottom), Told.Size);
+    RECT toPaint = {};
+    GetUpdateRect(Windows.View, &toPaint, FALSE);
+    const RECT whole = {0, 0, View.ClientWidth, View.ClientHeight};
+    EXPECT_TRUE(EqualRect(&whole, &toPaint));
+}
+
+TEST_F(LockRegion, EscKeepsTheSelection)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    SendMessageA(Windows.View, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(TextMargin + Columns(5), Rows(6)));
+    SendMessageA(Windows.View, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(TextMargin + Columns(9), Rows(8)));
+    SendMessageA(Windows.View, WM_LBUTTONUP, 0, MAKELPARAM(TextMargin + Columns(9), Rows(8)));
+    ASSERT_TRUE(IsCommandPossible(IDM_EDIT_COPY));
+    Key(VK_ESCAPE);
+    Toggle();
+    EXPECT_EQ(7, View.SelLineA);
+    EXPECT_EQ(9, View.SelLineB);
+    EXPECT_EQ(5, View.SelColA);
+    EXPECT_EQ(9, View.SelColB);
+    EXPECT_TRUE(IsCommandPossible(IDM_EDIT_COPY));
+}
+
+TEST_F(LockRegion, WhatIsToBePaintedDuringTheChoiceKeepsNobodyBusyAndIsPaintedAfterwards)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    PumpMessages();
+    const Picture clean = WindowPicture();
+    constexpr UINT FrameOnly = SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED;
+    const struct {
+        const char* Name;
+        std::function<void()> Asked;
+    } paintings[] = {
+        {"client area", [] { RedrawWindow(Windows.View, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE); }},
+        {"internal", [] { RedrawWindow(Windows.View, nullptr, nullptr, RDW_INTERNALPAINT); }},
+        {"frame", [] { RedrawWindow(Windows.View, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME); }},
+        {"all frames",
+         [] {
+             RedrawWindow(Windows.Main, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ERASE | RDW_ALLCHILDREN);
+         }},
+        {"changed frame", [] { SetWindowPos(Windows.Main, nullptr, 0, 0, 0, 0, FrameOnly); }},
+        {"changed frame of the view", [] { SetWindowPos(Windows.View, nullptr, 0, 0, 0, 0, FrameOnly); }},
+    };
+    for (const auto& painting : paintings) {
+        SCOPED_TRACE(painting.Name);
+        Then([&painting] {
+            BlackenWindow();
+            painting.Asked();
+        });
+        {
+            const CountedLooks counted;
+            RunUnguarded([] { SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0); }, 1);
+            EXPECT_EQ(1, Waits);
+            EXPECT_GT(50, Looks);
+        }
+        ExpectLocked(0, 0);
+        PumpMessages();
+        EXPECT_EQ(0, DifferentPixels(clean, WindowPicture()));
+    }
+}
+
+TEST_F(LockRegion, TheChoiceEndsWhenAnotherWindowTakesTheMouse)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    ExpectEnds([] { SetCapture(Windows.Status); });
+    ExpectEnds([] { ReleaseCapture(); });
+}
+
+TEST_F(LockRegion, TheChoiceEndsWithAMessageBox)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    DialogAnswers answers;
+    answers.ThenPress(IDOK);
+    Then([] {
+        MessageBoxA(Windows.Main, "Something is the matter", "Kestovar", MB_OK);
+        EndWhatGoesOn();
+    });
+    RunUnguarded([] { SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0); }, 1);
+    EXPECT_EQ("Something is the matter", answers.OnlyText());
+    ExpectLocked(0, 0);
+    ExpectCleanView();
+}
+
+TEST_F(LockRegion, TheChoiceEndsWhenTheViewGetsAnotherSize)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    ExpectEnds([] { SetWindowPos(Windows.Main, nullptr, 0, 0, 800, 500, SWP_NOZORDER | SWP_NOACTIVATE); });
+    ExpectEnds([] { SetWindowPos(Windows.Main, nullptr, 0, 0, 700, 500, SWP_NOZORDER | SWP_NOACTIVATE); });
+}
+
+TEST_F(LockRegion, TheChoiceEndsWhenAnotherDocumentComes)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    const ScratchFile other("other.txt", Table(100));
+    Open(file);
+    ExpectEnds([&other] { OpenSequence(Windows.Main, other.Path()); });
+    EXPECT_EQ(100, Document.LineCount);
+    ExpectEnds(CloseDocument);
+}
+
+TEST_F(LockRegion, TheChoiceEndsWhenTheModeIsSwitched)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    ExpectEnds([] { SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_HEX, 0); });
+    EXPECT_TRUE(View.HexMode);
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_TEXT, 0);
+    ExpectEnds([] {
+        SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_HEX, 0);
+        SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_TEXT, 0);
+    });
+    EXPECT_FALSE(View.HexMode);
+    Key(VK_RETURN);
+    Toggle();
+    ExpectLocked(4, 19);
+}
+
+TEST_F(LockRegion, TheSameCommandDuringTheChoiceLeavesOneChoiceToMake)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    for (const UINT end : {VK_RETURN, VK_ESCAPE}) {
+        Move(Columns(9), Rows(3));
+        Then([] { SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0); });
+        Move(Columns(7), Rows(2));
+        Key(end);
+        Toggle();
+        EXPECT_FALSE(View.PickingLock);
+        EXPECT_EQ(nullptr, GetCapture());
+        ExpectCleanView();
+        end == VK_RETURN ? ExpectLocked(2, 6) : ExpectLocked(0, 0);
+    }
+}
+
+TEST_F(LockRegion, AnIconHasNothingToChooseInAndNothingHappens)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    ShowWindow(Windows.Main, SW_MINIMIZE);
+    ASSERT_TRUE(IsIconic(Windows.Main));
+    {
+        const Replaced noted(Windows.Status, NoteString, StatusProc);
+        const CountedLooks counted;
+        LastString = 0;
+        SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0);
+        EXPECT_EQ(0, Looks);
+        EXPECT_EQ(0, Waits);
+        EXPECT_EQ(0u, LastString);
+    }
+    ExpectLocked(0, 0);
+    View.LockRows = 3;
+    SendMessageA(Windows.Main, WM_COMMAND, IDM_VIEW_LOCK, 0);
+    ExpectLocked(3, 0);
+    ShowWindow(Windows.Main, SW_RESTORE);
+    PumpMessages();
+    EXPECT_TRUE(View.FileShown);
+}
+
+TEST_F(LockRegion, InAViewWithoutHeightOrWidthThereIsNothingToLockThatWay)
+{
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    const struct {
+        int Width;
+        int Height;
+    } sizes[] = {{0, 0}, {400, 0}, {0, 300}};
+    for (const auto& size : sizes) {
+        SCOPED_TRACE(testing::Message() << size.Width << ' ' << size.Height);
+        MoveWindow(Windows.View, 0, 0, size.Width, size.Height, FALSE);
+        ASSERT_EQ(size.Width == 0, View.ClientWidth == 0);
+        ASSERT_EQ(size.Height == 0, View.ClientHeight == 0);
+        Key(VK_RETURN);
+        Run([] { PickLockRegion(Windows.View); });
+        ExpectLocked(size.Height == 0 ? 0 : 4, size.Width == 0 ? 0 : 19);
+        Move(Columns(3), Rows(2));
+        Key(VK_RETURN);
+        Run([] { PickLockRegion(Windows.View); });
+        ExpectLocked(size.Height == 0 ? 0 : 2, size.Width == 0 ? 0 : 2);
+    }
+    LayOutFrameAnew();
+}
+
+TEST_F(LockRegion, ANewFontSizeMakesTheHeadingsAsHighAsTheirRows)
+{
+    Choose("Tahoma"); // has every size
+    const ScratchFile file("lock.txt", Table(200));
+    Open(file);
+    Key(VK_RETURN);
+    Toggle();
+    const std::int32_t before = View.LineHeight;
+    for (const int size : {-30, -16}) {
+        ViewOptions.FontSize = size;
+        CreateScreenFont(false);
+        ASSERT_NE(before, View.LineHeight);
+        EXPECT_EQ(4, View.LockRows);
+        EXPECT_EQ(Rows(4), View.LockedHeight);
+        SendMessageA(Windows.View, WM_SCROLL_VIEW, 99, 0);
+        UpdateWindow(Windows.View);
+        SendMessageA(Windows.View, WM_VSCROLL, SB_LINEDOWN, 0);
+        ExpectCleanView();
+    }
+}
+
+TEST_F(LockRegion, ADocumentWithFewerLinesThanHeadingsStaysWhereItIs)
+{
+    const ScratchFile file("few.txt", Table(2));
+    Open(file);
+    const Picture clean = ViewPicture();
+    Move(0, Rows(7));
+    Key(VK_RETURN);
+    Toggle();
+    ASSERT_EQ(7, View.LockRows);
+    UpdateWindow(Windows.View);
+    const Picture locked = ViewPicture();
+    EXPECT_LT(0, DifferentPixels(clean, locked));
+    EXPECT_EQ(1, ColoursIn(RowPicture(2)));
+    EXPECT_EQ(0, DifferentPixels(RowPicture(2), RowPicture(12)));
+    for (const UINT key : {VK_DOWN, VK_UP, VK_NEXT, VK_PRIOR, VK_END, VK_HOME}) {
+        const BeepCounter beeps;
+        View.BeepedAtEnd = false;
+        SendMessageA(Windows.Main, WM_KEYDOWN, key, 0);
+        EXPECT_EQ(1, beeps.Count()) << key;
+        EXPECT_EQ(0, View.TopLine) << key;
+        EXPECT_EQ(0, DifferentPixels(locked, ViewPicture())) << key;
+    }
 }

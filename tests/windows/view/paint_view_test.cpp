@@ -385,6 +385,78 @@ TEST_F(PaintedView, TheEndsOfASelectionAreNotMarkedUnderLockedColumns)
     EXPECT_EQ(77, View.HiliteLen);
 }
 
+TEST_F(PaintedView, ALineWithinASelectionKeepsItsColoursUnderLockedColumns)
+{
+    const ScratchFile file("selected.txt", "one line\ntwo lines\nthree more");
+    Open(file);
+    View.SelLineA = View.SelAnchorLine = 1;
+    View.SelLineB = 3;
+    View.SelColA = 1;
+    View.SelColB = 2;
+    View.LockCols = 3;
+    PaintAll();
+    ExpectRowWithLockedColumns(1, {{8, "two", White, DarkBlue}, {Border(), " lines", White, Blue}});
+    View.LockRows = 2;
+    PaintAll();
+    ExpectRow(1, DarkBlue, {{8, "two lines", White, DarkBlue}});
+}
+
+TEST_F(PaintedView, ALineShorterThanTheLockedColumnsLeavesTheRestOfThemEmpty)
+{
+    const ScratchFile file("short.txt", "ab\n\nexact\nlonger");
+    Open(file);
+    View.LockCols = 5;
+    for (const std::int32_t left : {0, 1, 30}) {
+        View.LeftColumn = left;
+        View.HiliteLine = 1;
+        View.HiliteCol = 1;
+        View.HiliteLen = 9; // more than there is
+        PaintAll();
+        ExpectRowWithLockedColumns(0, {{8, "ab", White, DarkBlue}, {8 + View.CharWidth, "b", Black, Yellow}});
+        ExpectRowWithLockedColumns(1, {});
+        ExpectRowWithLockedColumns(2, {{8, "exact", White, DarkBlue}});
+        const std::string behind = left == 0 ? "r" : "";
+        ExpectRowWithLockedColumns(3, {{8, "longe", White, DarkBlue}, {Border(), behind, White, Blue}});
+    }
+}
+
+TEST_F(PaintedView, LockedColumnsWiderThanTheWindowFillIt)
+{
+    const ScratchFile file("wide.txt", NumberedLines(3, 300) + "short");
+    Open(file);
+    std::string text = "1 ";
+    text.resize(300, 'x');
+    const std::int32_t columns = View.ClientWidth / View.CharWidth;
+    for (const std::int32_t locked : {columns + 1, 250, 1024}) {
+        View.LockCols = locked;
+        View.LeftColumn = 5;
+        PaintAll();
+        ExpectRow(0, DarkBlue, {{8, text, White, DarkBlue}});
+        ExpectRow(3, DarkBlue, {{8, "short", White, DarkBlue}});
+        ExpectRow(4, Blue, {});
+    }
+}
+
+TEST_F(PaintedView, HeadingsBeyondTheLastLineAreBackground)
+{
+    const ScratchFile file("few.txt", "one\ntwo");
+    Open(file);
+    View.LockRows = 5;
+    for (const std::int32_t columns : {0, 2}) {
+        View.LockCols = columns;
+        {
+            WindowDc dc(Windows.View);
+            const RECT whole = Rows(0, RowsTouched());
+            FillRect(dc, &whole, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+        }
+        PaintAll();
+        for (const int row : {2, 4, 5, 8}) {
+            ExpectRow(row, Blue, {});
+        }
+        ExpectRow(1, DarkBlue, {{8, "two", White, DarkBlue}});
+    }
+}
+
 TEST_F(PaintedView, AFoundRunIsSplitOverLockedAndScrolledColumns)
 {
     const ScratchFile file("found.txt", "0123456789ABCDEF");

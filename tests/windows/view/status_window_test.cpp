@@ -4,6 +4,7 @@
 #include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "base/text.h"
+#include "document/block_cache.h"
 #include "document/document_state.h"
 #include "document/file_list.h"
 #include "files/build_file_list.h"
@@ -466,6 +467,71 @@ TEST_F(StatusWindow, ShowsThePositionAgainWhenTheReadingIsOver)
     EXPECT_EQ("nothing is drawn", StatusTextOf(PumpMessages));
 }
 
+TEST_F(StatusWindow, SaysThatABlockIsReadOnceUntilThePositionIsShownAgain)
+{
+    Document.BufferCount = 0; // each block is read anew
+    const ScratchFile file("status.txt", Lines(15000));
+    Open(file);
+    const std::string position = PositionText();
+    for (int round = 0; round < 2; ++round) {
+        const TextNotes notes;
+        LoadBlock(5);
+        EXPECT_EQ((std::vector<std::string>{"Reading..."}), TextNotes::Of(Windows.Status));
+        LoadBlock(2);
+        LoadBlock(7);
+        EXPECT_EQ((std::vector<std::string>{"Reading..."}), TextNotes::Of(Windows.Status)) << "it stands there";
+        PumpMessages();
+        EXPECT_EQ((std::vector<std::string>{"Reading...", position}), TextNotes::Of(Windows.Status));
+    }
+}
+
+TEST_F(StatusWindow, SaysThatABlockIsReadAfterAnotherTextTookThatPlace)
+{
+    Document.BufferCount = 0;
+    const ScratchFile file("status.txt", Lines(15000));
+    Open(file);
+    LoadBlock(5);
+    ShownString(116);
+    EXPECT_EQ("Reading...", StatusTextOf([] { LoadBlock(2); }));
+    PositionText();
+    EXPECT_EQ("Reading...", StatusTextOf([] { LoadBlock(5); }));
+    PumpMessages();
+}
+
+TEST_F(StatusWindow, SaysHowFarTheLastLineIsInAWindowOfAnotherSize)
+{
+    const ScratchFile file("status.txt", Lines(100));
+    Open(file);
+    const auto resize = [](int height) {
+        return StatusTextOf(
+            [height] { SetWindowPos(Windows.Main, nullptr, 0, 0, 800, height, SWP_NOZORDER | SWP_NOACTIVATE); });
+    };
+    const auto expected = [] { return "Line 1 Col 1  " + std::to_string(RowsOnScreen() + 1) + "%"; };
+    EXPECT_EQ(expected(), PositionText());
+    const std::int32_t rows = RowsOnScreen();
+    const std::string low = resize(300);
+    EXPECT_EQ(expected(), low);
+    EXPECT_LT(RowsOnScreen(), rows);
+    const std::string high = resize(600);
+    EXPECT_EQ(expected(), high);
+    EXPECT_EQ(rows, RowsOnScreen());
+}
+
+TEST_F(StatusWindow, LeavesNoObjectBehindWhenItIsDestroyed)
+{
+    const auto freeAfterARun = [] {
+        StartProgramOnce();
+        SendStatus(WM_USER + 5, 116);
+        StatusPicture();
+        EndProgram();
+        return FreeGdiObjects();
+    };
+    freeAfterARun(); // what the system makes once it keeps
+    const int before = freeAfterARun();
+    EXPECT_EQ(before, freeAfterARun());
+    StartProgramOnce();
+}
+
 TEST_F(StatusWindow, AStringThatThereIsNotIsAnEmptyText)
 {
     for (const UINT id : {18u, 9999u, 0u}) {
@@ -628,6 +694,21 @@ TEST_F(ThumbPopUp, ClosesWithADragInASmallDocument)
     const ScratchFile small("small.txt", Lines(100));
     Open(small);
     Drag(SB_THUMBTRACK, 10);
+    EXPECT_EQ(nullptr, PopUp());
+}
+
+TEST_F(ThumbPopUp, GoesWithItsDocument)
+{
+    Drag(SB_THUMBTRACK, 100);
+    ASSERT_NE(nullptr, PopUp());
+    CloseDocument();
+    EXPECT_EQ(nullptr, PopUp());
+    const ScratchFile other("other.txt", Lines(6000, 19));
+    Open(other);
+    EXPECT_EQ(nullptr, PopUp());
+    Drag(SB_THUMBTRACK, 100);
+    EXPECT_EQ("Line: 6,000", StoredText());
+    Open(File);
     EXPECT_EQ(nullptr, PopUp());
 }
 

@@ -1,6 +1,7 @@
 // What the view does with mouse, scroll bars and timers, and what it has repainted for it.
 #include "view/view_window.h"
 
+#include "app/app_state.h"
 #include "app/open_sequence.h"
 #include "base/text.h"
 #include "harness/program.h"
@@ -597,5 +598,25 @@ TEST_F(ScrollBars, HaveTheirRangesWhenTheOneMakesTheOtherNecessary)
         ExpectRanges();
         Open(few);
         ExpectRanges();
+    }
+}
+
+TEST_F(ViewWindow, HeadingsOfTheCommandLineAreTakenAsGivenInAProportionalFontToo)
+{
+    const ScratchFile file("lock.txt", Lines(300, 300));
+    const ScratchFile other("other.txt", Lines(300, 300));
+    for (const char* const face : {"Tahoma", "Courier"}) {
+        Choose(face);
+        App.Start.Lock = {3, 20, 5, 2};
+        Open(file);
+        EXPECT_EQ(3, View.LockColStart);
+        EXPECT_EQ(20, View.LockTopLine);
+        EXPECT_EQ(5, View.LockCols);
+        EXPECT_EQ(2, View.LockRows);
+        EXPECT_EQ(2 * View.LineHeight, View.LockedHeight);
+        EXPECT_EQ(20, View.TopLine);
+        EXPECT_EQ(3, View.LeftColumn);
+        Open(other);
+        EXPECT_FALSE(AnyLock()) << "they are the first file's";
     }
 }
