@@ -40,17 +40,26 @@ std::int32_t NextTextLine(const Needle& needle, std::int32_t line)
     return Document.CurLine;
 }
 
-// The last line up to line that may hold the needle and begins in the same block; 0 when there is none.
-std::int32_t PreviousInBlock(const Needle& needle, std::int32_t line)
+// Whether line is the last one that begins in block, going by the counts: it goes on into the next block.
+bool EndsBlock(std::int32_t line, std::int32_t block)
+{
+    return block < Document.BlockCount &&
+           line == Document.BlockFirstLine + static_cast<std::int32_t>(Document.LineTable[block]);
+}
+
+// The last line up to line that may hold the needle and begins in block, which is line's; 0 when there is none.
+std::int32_t PreviousInBlock(const Needle& needle, std::int32_t line, std::int32_t block)
 {
     SeekLine(line, 0);
+    if (Document.CurBlock != block) {
+        // The line begins where the next block does; or else the block has become too short for it.
+        return EndsBlock(line, block) ? line : 0;
+    }
     const std::uint8_t* const bytes = Document.WorkData;
     const std::int32_t start = Document.CurOffset;
-    // A line that begins exactly where a block does is found by way of the block before.
-    const bool inBlock = line - Document.BlockFirstLine == CountLineEnds(bytes, start);
     const std::int32_t end = FindLineEnd(bytes, start, Document.CurBlockBytes);
-    const bool goesOn = end == Document.CurBlockBytes && Document.CurBlock < Document.BlockCount;
-    if (!inBlock || goesOn) {
+    const bool goesOn = end == Document.CurBlockBytes && block < Document.BlockCount;
+    if (goesOn || line - Document.BlockFirstLine != CountLineEnds(bytes, start)) {
         return line;
     }
     const std::int32_t hit = FindLastNeedle(needle, bytes, 0, end);
@@ -71,13 +80,6 @@ bool StepBackAcross(const Needle& needle)
     return FindNeedle(needle, seam, reach - before, reach + behind) >= 0;
 }
 
-// Whether line is the last one that begins in block, going by the counts: it goes on into the next block.
-bool EndsBlock(std::int32_t line, std::int32_t block)
-{
-    return block < Document.BlockCount &&
-           line == Document.BlockFirstLine + static_cast<std::int32_t>(Document.LineTable[block]);
-}
-
 // Block after block. Once a block has been looked through from its start, so has the end of the line that
 // goes on into it, and the block before can be looked through as a whole; the line that the search enters by
 // has to be found first.
@@ -87,7 +89,7 @@ std::int32_t PreviousTextLine(const Needle& needle, std::int32_t line)
         const std::int32_t block = FindBlockOfLine(line);
         std::int32_t found = 0;
         if (!nextLookedThrough || Document.CurBlock != block + 1 || !EndsBlock(line, block)) {
-            found = PreviousInBlock(needle, line);
+            found = PreviousInBlock(needle, line, block);
         } else if (StepBackAcross(needle)) {
             found = line;
         } else {
