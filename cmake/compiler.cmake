@@ -35,3 +35,11 @@ if(KESTOVAR_FUZZ)
     add_compile_options(-fsanitize=address,undefined,fuzzer-no-link -fno-sanitize-recover=all)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+# kestovar_optimize(FILE...): these files of an unoptimised build are optimised all the same, being the ones in
+# which its tests would spend most of their time. The linker keeps one copy of each inline function, and that may
+# be an unoptimised one of another file: no register may be taken as kept because the optimised copy keeps it.
+# The precompiled header of the others is made at another level: the compiler crashes on it.
+function(kestovar_optimize)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O2;-fno-ipa-ra" SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
