@@ -41,5 +41,5 @@ endif()
 # be an unoptimised one of another file: no register may be taken as kept because the optimised copy keeps it.
 # The precompiled header of the others is made at another level: the compiler crashes on it.
 function(kestovar_optimize)
-    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O2;-fno-ipa-ra" SKIP_PRECOMPILE_HEADERS ON)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O2;$<$<CXX_COMPILER_ID:GNU>:-fno-ipa-ra>" SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
