@@ -35,6 +35,8 @@ ByteTable FoldedBytes(ByteTable table)
     return table;
 }
 
+// Whether capitals can be told from the bytes alone. A capital must be its own capital: what a backward search
+// compared in capitals it may compare once more as it is.
 bool FoldsByteByByte()
 {
     if (!HasOneByteCharacters()) {

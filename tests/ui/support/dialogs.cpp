@@ -77,13 +77,10 @@ GUITHREADINFO ThreadOf(HWND window)
 
 void PressCharacter(wchar_t character)
 {
+    // One that needs Shift goes as itself: the state of the screen's own keyboard can come in between the two.
     const SHORT key = VkKeyScanW(character);
-    if (key != -1 && (HIBYTE(key) & ~1) == 0) {
-        if ((HIBYTE(key) & 1) != 0) {
-            PressKeys({VK_SHIFT, LOBYTE(key)});
-        } else {
-            PressKeys({LOBYTE(key)});
-        }
+    if (key != -1 && HIBYTE(key) == 0) {
+        PressKeys({LOBYTE(key)});
         return;
     }
     INPUT inputs[2] = {};
