@@ -255,7 +255,7 @@ TEST_F(FindTest, EnteringOneTextEmptiesTheOther)
     ExpectText(dialog, IDC_FIND_HEX, "4");
     ExpectText(dialog, IDC_FIND_TEXT, "");
     ExpectEnabled(dialog, IDOK, true);
-    PressKeys({VK_SHIFT, VK_TAB});
+    ClickControl(dialog, IDC_FIND_TEXT);
     ASSERT_TRUE(WaitUntil([&] { return IsTypedInto(dialog, IDC_FIND_TEXT); }));
     TypeText("c");
     ExpectText(dialog, IDC_FIND_TEXT, "c");
@@ -724,9 +724,7 @@ TEST_F(FindTest, HexModeHighlightsTheDigitsOnly)
     const HWND dialog = ShowFind(program);
     ASSERT_NE(dialog, nullptr);
     ChangeSwitch(dialog, IDC_FIND_CASE);
-    ClickControl(dialog, IDC_FIND_HEX);
-    PressKeys({VK_END});
-    PressKeys({VK_SHIFT, VK_HOME});
+    EraseText(dialog, IDC_FIND_HEX);
     TypeText("4E6565");
     ExpectText(dialog, IDC_FIND_HEX, "4E6565");
     Accept(program, dialog);

@@ -57,14 +57,20 @@ void Accept(const Program& program, HWND dialog)
     EXPECT_TRUE(program.Answers());
 }
 
+void EraseText(HWND dialog, int control)
+{
+    ClickControl(dialog, control);
+    EXPECT_TRUE(WaitUntil([&] { return IsTypedInto(dialog, control); }));
+    PressKeys({VK_END});
+    for (std::size_t left = ControlText(dialog, control).size(); left > 0; --left) {
+        PressKeys({VK_BACK});
+    }
+    ExpectText(dialog, control, "");
+}
+
 void EnterText(HWND dialog, const std::string& text)
 {
-    ClickControl(dialog, IDC_FIND_TEXT);
-    EXPECT_TRUE(WaitUntil([&] { return IsTypedInto(dialog, IDC_FIND_TEXT); }));
-    PressKeys({VK_END});
-    PressKeys({VK_SHIFT, VK_HOME});
-    PressKeys({VK_BACK});
-    ExpectText(dialog, IDC_FIND_TEXT, "");
+    EraseText(dialog, IDC_FIND_TEXT);
     TypeText(text);
     ExpectText(dialog, IDC_FIND_TEXT, text);
 }

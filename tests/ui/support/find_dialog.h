@@ -21,6 +21,9 @@ HWND ShowGoto(const Program& program);
 // Enter, and waits until the dialog is gone.
 void Accept(const Program& program, HWND dialog);
 
+// Empties one of the two strings.
+void EraseText(HWND dialog, int control);
+
 // Enters the text in place of what is there.
 void EnterText(HWND dialog, const std::string& text);
 
