@@ -63,7 +63,11 @@ std::int32_t PreviousInBlock(const Needle& needle, std::int32_t line, std::int32
         return line;
     }
     const std::int32_t hit = FindLastNeedle(needle, bytes, 0, end);
-    return hit >= 0 ? line - CountLineEnds(bytes + LineStart(0, hit), start - LineStart(0, hit)) : 0;
+    if (hit < 0) {
+        return 0;
+    }
+    const std::int32_t hitStart = LineStart(0, hit);
+    return line - CountLineEnds(bytes + hitStart, start - hitStart);
 }
 
 // Goes from a block to the one before; whether a needle lies across the boundary.

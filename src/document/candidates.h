@@ -1,7 +1,8 @@
 // Skipping what cannot hold a needle: the blocks' bytes are looked at as they lie in memory, and only the
 // lines or places where the needle might stand are left to be read.
 //
-// A needle may go on from one block in the next, so what crosses into another block is always a candidate.
+// A needle may go on from one block in the next: what crosses into another block is a candidate whatever it
+// holds, unless both sides of the boundary have been looked at.
 #pragma once
 
 #include "document/byte_scan.h"

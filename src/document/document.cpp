@@ -84,6 +84,7 @@ OpenResult OpenDocument(const char* path, FileInfo& info)
     }
     SettleLines();
     Document.CurLine = 1;
+    Document.SoughtBlock = 0;
     if (Document.CurBlock != 1) {
         LoadBlock(1);
     }
