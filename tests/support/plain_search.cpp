@@ -338,3 +338,18 @@ std::string DescribeSearch(const PlainSearch& plain, const SearchStep& step)
     }
     return text;
 }
+
+void SetPattern(PlainFind& find, const std::string& pattern, bool bytes, char forZero)
+{
+    static constexpr char Digits[] = "0123456789ABCDEF";
+    find.Text.clear();
+    find.Hex.clear();
+    for (const char character : pattern) {
+        if (bytes) {
+            find.Hex += Digits[static_cast<std::uint8_t>(character) / 16];
+            find.Hex += Digits[static_cast<std::uint8_t>(character) % 16];
+        } else {
+            find.Text += character != '\0' ? character : forZero;
+        }
+    }
+}

@@ -23,6 +23,9 @@ struct PlainFind {
     std::int32_t LockTopLine = 0;
 };
 
+// Has find look for pattern, as a text or as its bytes; in a text, which has none, forZero stands for a zero byte.
+void SetPattern(PlainFind& find, const std::string& pattern, bool bytes, char forZero);
+
 struct PlainMatch {
     std::int32_t Line = 0; // 0 = none
     std::int32_t Column = 0;

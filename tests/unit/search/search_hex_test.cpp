@@ -1,7 +1,7 @@
 #include "search/search_hex.h"
 
 #include "search/search_origin.h"
-#include "unit/document/document_fixture.h"
+#include "unit/search/search_fixture.h"
 #include "view/view_state.h"
 
 #include <cstring>
@@ -14,26 +14,12 @@ using Offsets = std::vector<std::int32_t>;
 
 constexpr std::int32_t None = -1;
 
-class SearchHex : public DocumentFixture {
+class SearchHex : public SearchFixture {
 protected:
     void SetUp() override
     {
-        DocumentFixture::SetUp();
-        ResetSearch();
+        SearchFixture::SetUp();
         View.HexMode = true;
-    }
-
-    void TearDown() override
-    {
-        ResetSearch();
-        DocumentFixture::TearDown();
-    }
-
-    static void ResetSearch()
-    {
-        View = ViewState{};
-        ViewOptions = ViewSettings{};
-        Find = FindState{};
     }
 
     static void LookForText(const char* text)

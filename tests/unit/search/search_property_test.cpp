@@ -171,7 +171,7 @@ public:
         if (OneIn(3)) {
             ChangeCase(pattern);
         }
-        SetPattern(plain.Options, pattern, bytes);
+        SetPattern(plain.Options, pattern, bytes, '0');
     }
 
     // A few bytes from about one of the places that WindowsContent put some at.
@@ -184,7 +184,7 @@ public:
         if (OneIn(2)) {
             ChangeCase(pattern);
         }
-        SetPattern(plain.Options, pattern, OneIn(2));
+        SetPattern(plain.Options, pattern, OneIn(2), '0');
     }
 
     // One of the words that a sparse file may hold, or the first of its letters.
@@ -198,7 +198,7 @@ public:
         if (OneIn(3)) {
             ChangeCase(pattern);
         }
-        SetPattern(plain.Options, pattern, bytes);
+        SetPattern(plain.Options, pattern, bytes, '0');
     }
 
     SearchStep NextStep(const PlainSearch& plain)
@@ -221,21 +221,6 @@ public:
             }
         }
         return step;
-    }
-
-    static void SetPattern(PlainFind& find, const std::string& pattern, bool bytes)
-    {
-        static constexpr char Digits[] = "0123456789ABCDEF";
-        find.Text.clear();
-        find.Hex.clear();
-        for (const char character : pattern) {
-            if (bytes) {
-                find.Hex += Digits[static_cast<std::uint8_t>(character) / 16];
-                find.Hex += Digits[static_cast<std::uint8_t>(character) % 16];
-            } else {
-                find.Text += character != '\0' ? character : '0';
-            }
-        }
     }
 
     // Leaves both documents' read position anywhere, the same.
@@ -708,7 +693,7 @@ protected:
         const std::size_t most = generator.OneIn(2) ? 3 : bytes ? LongestBytes : LongestText;
         std::string pattern = AllBytes().substr(generator.Below(Content.size()), 1 + generator.Below(most));
         std::replace(pattern.begin(), pattern.end(), '\0', bytes ? '\0' : 'a');
-        Generator::SetPattern(Plain->Options, pattern, bytes);
+        SetPattern(Plain->Options, pattern, bytes, '0');
         return Plain->Options.MatchCase ? pattern : Capitals(pattern);
     }
 

@@ -1,7 +1,7 @@
 #include "search/search_text.h"
 
 #include "search/search_origin.h"
-#include "unit/document/document_fixture.h"
+#include "unit/search/search_fixture.h"
 #include "view/view_state.h"
 
 #include <cstring>
@@ -12,27 +12,8 @@ namespace {
 
 using Places = std::vector<std::string>;
 
-class SearchText : public DocumentFixture {
+class SearchText : public SearchFixture {
 protected:
-    void SetUp() override
-    {
-        DocumentFixture::SetUp();
-        ResetSearch();
-    }
-
-    void TearDown() override
-    {
-        ResetSearch();
-        DocumentFixture::TearDown();
-    }
-
-    static void ResetSearch()
-    {
-        View = ViewState{};
-        ViewOptions = ViewSettings{};
-        Find = FindState{};
-    }
-
     static void Open(std::string_view text) { OpenBytes(BytesOf(text)); }
 
     // "line:column" of the match, or "none".

@@ -91,7 +91,7 @@ public:
                 letter = static_cast<char>(letter ^ 0x20);
             }
         }
-        SetPattern(find, pattern, OneIn(3));
+        SetPattern(find, pattern, OneIn(3), ' ');
     }
 
     SearchStep NextStep(const PlainSearch& plain)
@@ -106,21 +106,6 @@ public:
     }
 
 private:
-    static void SetPattern(PlainFind& find, const std::string& pattern, bool bytes)
-    {
-        static constexpr char Digits[] = "0123456789ABCDEF";
-        find.Text.clear();
-        find.Hex.clear();
-        for (const char character : pattern) {
-            if (bytes) {
-                find.Hex += Digits[static_cast<std::uint8_t>(character) / 16];
-                find.Hex += Digits[static_cast<std::uint8_t>(character) % 16];
-            } else {
-                find.Text += character != '\0' ? character : ' ';
-            }
-        }
-    }
-
     std::mt19937 Random;
 };
 
