@@ -6,6 +6,7 @@
 #include "files/associations.h"
 #include "resources/ids.h"
 
+#include <ctime>
 #include <windows.h>
 
 namespace {
@@ -31,6 +32,20 @@ SYSTEMTIME LocalTimeOf(std::int32_t secondsSince1970)
     return SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local) ? local : utc;
 }
 
+tm LocalParts(const FileInfo& info)
+{
+    const SYSTEMTIME time = LocalTimeOf(info.Time);
+    tm parts = {};
+    parts.tm_year = time.wYear - 1900;
+    parts.tm_mon = time.wMonth - 1;
+    parts.tm_mday = time.wDay;
+    parts.tm_wday = time.wDayOfWeek;
+    parts.tm_hour = time.wHour;
+    parts.tm_min = time.wMinute;
+    parts.tm_sec = time.wSecond;
+    return parts;
+}
+
 } // namespace
 
 void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize])
@@ -45,6 +60,18 @@ void ModificationText(const FileInfo& info, char (&text)[FileDateSize])
 {
     const SYSTEMTIME time = LocalTimeOf(info.Time);
     FormatFileDate({time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute}, Intl, text);
+}
+
+void LongDateText(const FileInfo& info, char (&text)[LongDateSize])
+{
+    const tm parts = LocalParts(info);
+    strftime(text, sizeof text, "%a %d %b, %Y", &parts);
+}
+
+void LongTimeText(const FileInfo& info, char (&text)[LongTimeSize])
+{
+    const tm parts = LocalParts(info);
+    strftime(text, sizeof text, "at %I:%M:%S %p", &parts);
 }
 
 bool TypeText(const FileInfo& info, const char* path, char (&text)[TypeTextSize])

@@ -12,6 +12,12 @@ void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize]);
 // The local time of the modification, as the lists show it.
 void ModificationText(const FileInfo& info, char (&text)[FileDateSize]);
 
+// The local time of the modification, in full: "Sat 21 Nov, 2026" and "at 07:05:00 PM".
+constexpr std::size_t LongDateSize = 21;
+constexpr std::size_t LongTimeSize = 21;
+void LongDateText(const FileInfo& info, char (&text)[LongDateSize]);
+void LongTimeText(const FileInfo& info, char (&text)[LongTimeSize]);
+
 constexpr std::size_t TypeTextSize = DescriptionSize;
 
 // What kind of file it is: its recognised type, else what its extension stands for. False when it is neither.

@@ -5,6 +5,7 @@
 #include "document/file_list.h"
 #include "document/identify.h"
 #include "document/port.h"
+#include "files/dialog_height.h"
 #include "files/file_texts.h"
 #include "resources/ids.h"
 
@@ -17,24 +18,13 @@ bool DetailsShown = false; // for the rest of the run
 
 std::uint32_t ShownGeneration = 0; // of the list in the dialog
 
-// The dialog as its resource lays it out, and as it is without the details, in pixels.
-struct DialogSizes {
-    int Width = 0;
-    int FullHeight = 0;
-    int CollapsedHeight = 0;
-};
-
-DialogSizes Sizes;
+LONG FullHeight = 0; // of the dialog, as its resource lays it out
 
 void MeasureDialog(HWND dialog)
 {
     RECT whole;
-    RECT separator;
     GetWindowRect(dialog, &whole);
-    GetWindowRect(GetDlgItem(dialog, IDC_SELECT_SEPARATOR), &separator);
-    Sizes.Width = whole.right - whole.left;
-    Sizes.FullHeight = whole.bottom - whole.top;
-    Sizes.CollapsedHeight = separator.top - whole.top;
+    FullHeight = whole.bottom - whole.top;
 }
 
 // Controls that are out of sight must not be reached by key either; the details are but texts.
@@ -43,8 +33,7 @@ void FollowDetailsShown(HWND dialog)
     char label[20] = "";
     LoadText(DetailsShown ? IDS_DETAILS_HIDE : IDS_DETAILS_SHOW, label);
     SetDlgItemTextA(dialog, IDC_SELECT_DETAILS, label);
-    SetWindowPos(dialog, nullptr, 0, 0, Sizes.Width, DetailsShown ? Sizes.FullHeight : Sizes.CollapsedHeight,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetDialogHeight(dialog, DetailsShown ? FullHeight : HeightDownTo(dialog, IDC_SELECT_SEPARATOR));
 }
 
 // Position in the list; 0 when nothing is selected, and when the list has been replaced by another one since

@@ -86,6 +86,28 @@
 #define IDC_SELECT_DETAILS 606
 #define IDC_SELECT_SEPARATOR 607
 
+// The CONFIRMDEL dialog; its buttons answer as they are numbered.
+#define IDC_DELETE_PATH 330
+#define IDC_DELETE_ICON 331
+#define IDC_DELETE_YES 1
+#define IDC_DELETE_NO 2
+
+// The FINFO dialog.
+#define IDC_INFO_NAME 410
+#define IDC_INFO_SIZE 411
+#define IDC_INFO_TYPE 412
+#define IDC_INFO_LINES 413
+#define IDC_INFO_DATE 414
+#define IDC_INFO_TIME 415
+#define IDC_INFO_ATTRIBUTES 416
+#define IDC_INFO_SEPARATOR 417
+#define IDC_INFO_DESCRIPTION 418
+#define IDC_INFO_VERSION 419
+#define IDC_INFO_COMPANY 420
+#define IDC_INFO_IMPORTS 421
+#define IDC_INFO_MORE 422
+#define IDC_INFO_GROUP 423
+
 // The FIND dialog.
 #define IDC_FIND_TEXT 350
 #define IDC_FIND_HEX 351
