@@ -1,16 +1,21 @@
 #include "app/commands.h"
 
 #include "app/app_state.h"
+#include "app/delete_file.h"
 #include "app/find_command.h"
+#include "app/launch_file.h"
 #include "app/menu_state.h"
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
+#include "app/selection_commands.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
 #include "base/messages.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
 #include "document/file_list.h"
+#include "files/file_dialogs.h"
+#include "files/file_info_dialog.h"
 #include "resources/ids.h"
 #include "search/find_state.h"
 #include "search/goto_dialog.h"
@@ -82,6 +87,37 @@ void SelectAll(HWND, UINT)
     }
     InvalidateRect(Windows.View, nullptr, FALSE);
     SetSelectionMenuState(true);
+}
+
+void SaveSelectedText(HWND mainWindow, UINT)
+{
+    char path[MaxPathSize] = "";
+    if (!ShowSaveDialog(mainWindow, AppOptions.FilterSpec, path)) {
+        return;
+    }
+    SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
+    const bool saved = SaveSelection(mainWindow, path);
+    SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
+    if (!saved) {
+        ReportMessage(mainWindow, IDS_SAVE_FAILED);
+    }
+}
+
+void CopySelectedText(HWND mainWindow, UINT)
+{
+    if (HasSelection()) {
+        CopySelection(mainWindow);
+    }
+}
+
+void DeleteFileShown(HWND mainWindow, UINT)
+{
+    DeleteCurrentFile(mainWindow);
+}
+
+void ShowInformation(HWND mainWindow, UINT)
+{
+    ShowFileInfo(mainWindow, {App.CurrentPath, &App.Info, App.TypeDescription, false});
 }
 
 void FindSomething(HWND mainWindow, UINT)
@@ -211,6 +247,20 @@ void HelpOnHelp(HWND mainWindow, UINT id)
     ShowHelp(mainWindow, HELP_HELPONHELP, id);
 }
 
+INT_PTR CALLBACK AboutDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+{
+    if (message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)) {
+        EndDialog(dialog, 0);
+        return TRUE;
+    }
+    return message == WM_INITDIALOG;
+}
+
+void AboutKestovar(HWND mainWindow, UINT)
+{
+    DialogBoxParamA(Windows.Instance, "ABOUTBOX", mainWindow, AboutDlgProc, 0);
+}
+
 struct Command {
     UINT Id;
     void (*Run)(HWND mainWindow, UINT id);
@@ -219,15 +269,21 @@ struct Command {
 constexpr Command Table[] = {
     {IDM_SYSTEM_MENU_BAR, ToggleMenuBar},
     {IDM_FILE_OPEN, AskAndOpen},
+    {IDM_FILE_SAVE_AS, SaveSelectedText},
     {IDM_FILE_CLOSE, CloseFile},
+    {IDM_FILE_LAUNCH, LaunchFile},
+    {IDM_FILE_DELETE, DeleteFileShown},
     {IDM_FILE_PREVIOUS, OpenPreviousFile},
     {IDM_FILE_NEXT, OpenNextFile},
     {IDM_KEY_PREVIOUS, PreviousFileByKey},
     {IDM_KEY_NEXT, NextFileByKey},
     {IDM_FILE_PRINT, Print},
+    {IDM_FILE_INFORMATION, ShowInformation},
     {IDM_FILE_EXIT, ExitProgram},
     {IDM_RECENT_FIRST, OpenRecentFile},
+    {IDM_EDIT_COPY, CopySelectedText},
     {IDM_EDIT_SELECT_ALL, SelectAll},
+    {IDM_EDIT_FILE, LaunchFile},
     {IDM_SEARCH_FIND, FindSomething},
     {IDM_SEARCH_FIND_NEXT, FindNext},
     {IDM_SEARCH_FIND_PREVIOUS, FindPrevious},
@@ -240,6 +296,7 @@ constexpr Command Table[] = {
     {IDM_HELP_CONTENTS, HelpContents},
     {IDM_HELP_KEYBOARD, HelpOnKeyboard},
     {IDM_HELP_USING, HelpOnHelp},
+    {IDM_HELP_ABOUT, AboutKestovar},
     {IDM_INTERNAL_CLOSE, CloseAndClear},
     {IDM_INTERNAL_REOPEN, Reopen},
 };

@@ -6,13 +6,13 @@
 #include "app/hand_over.h"
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
+#include "app/release_file.h"
 #include "app/settings_file.h"
 #include "app/show_match.h"
 #include "app/walk_list.h"
 #include "base/load_text.h"
 #include "base/messages.h"
 #include "base/text.h"
-#include "document/block_cache.h"
 #include "document/document.h"
 #include "document/document_state.h"
 #include "resources/ids.h"
@@ -155,8 +155,7 @@ void OnDestroy(HWND window)
 void ReleaseFileOfIcon()
 {
     if (View.FileShown && Document.WorkMemory != nullptr) {
-        CloseFileHandle();
-        App.ClosedOnIconize = true;
+        ReleaseFile();
     }
 }
 
@@ -206,11 +205,7 @@ void OnQueryOpen(HWND window)
     }
     App.ClosedOnIconize = false;
     switch (ReopenFile(App.CurrentPath)) {
-    case ReopenResult::CannotOpen:
-        CloseDocument(); // before anything can be painted behind the box
-        ShowListState();
-        ReportMessage(window, IDS_CANNOT_REOPEN);
-        break;
+    case ReopenResult::CannotOpen: CloseLostFile(window); break;
     case ReopenResult::Changed: ReopenChanged(window); break;
     case ReopenResult::Unchanged: break;
     }

@@ -1,0 +1,178 @@
+#include "app/selection_commands.h"
+
+#include "app/app_state.h"
+#include "app/open_sequence.h"
+#include "app/release_file.h"
+#include "base/messages.h"
+#include "base/text.h"
+#include "document/port.h"
+#include "resources/ids.h"
+#include "view/selected_text.h"
+#include "view/selection.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr std::int32_t ClipboardBytes = 64000;
+constexpr std::int32_t SaveBytes = 32000;
+constexpr std::int32_t Spare = 3; // behind either: a line end and a terminator
+
+// A memory object, locked while it is filled.
+struct TextBuffer {
+    MemoryHandle Memory = nullptr;
+    char* Bytes = nullptr;
+};
+
+bool AllocateBuffer(TextBuffer& buffer, std::int32_t bytes)
+{
+    buffer.Memory = AllocateMemory(static_cast<std::size_t>(bytes + Spare));
+    buffer.Bytes = buffer.Memory != nullptr ? static_cast<char*>(LockMemory(buffer.Memory)) : nullptr;
+    return buffer.Bytes != nullptr;
+}
+
+void FreeBuffer(TextBuffer& buffer)
+{
+    if (buffer.Memory != nullptr) {
+        UnlockMemory(buffer.Memory);
+        FreeMemory(buffer.Memory);
+    }
+}
+
+// The clipboard owns the text from then on. False, and the text is freed, when another program does not let go
+// of the clipboard.
+bool PutOnClipboard(HWND mainWindow, MemoryHandle text)
+{
+    bool taken = false;
+    if (OpenClipboard(mainWindow)) {
+        EmptyClipboard();
+        taken = SetClipboardData(CF_TEXT, text) != nullptr;
+        CloseClipboard();
+    }
+    if (!taken) {
+        FreeMemory(text);
+    }
+    return taken;
+}
+
+bool WriteSelection(HFILE file, char* buffer)
+{
+    SelectionWalk walk = StartSelectionWalk();
+    do {
+        const auto bytes = static_cast<UINT>(GatherSelection(walk, GatherFor::File, buffer, SaveBytes));
+        if (_lwrite(file, buffer, bytes) != bytes) {
+            return false;
+        }
+    } while (!IsOver(walk));
+    return true;
+}
+
+bool SaveInto(const char* path)
+{
+    const HFILE file = _lcreat(path, 0);
+    if (file == HFILE_ERROR) {
+        return false;
+    }
+    TextBuffer buffer;
+    const bool saved = AllocateBuffer(buffer, SaveBytes) && WriteSelection(file, buffer.Bytes);
+    FreeBuffer(buffer);
+    return _lclose(file) == 0 && saved;
+}
+
+// What tells a file from every other, whatever it is called; false when there is no such file.
+bool GetFileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION& identity)
+{
+    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = CreateFileA(path, 0, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const bool known = GetFileInformationByHandle(file, &identity) != 0;
+    CloseHandle(file);
+    return known;
+}
+
+bool IsSameFile(const char* one, const char* other)
+{
+    BY_HANDLE_FILE_INFORMATION first;
+    BY_HANDLE_FILE_INFORMATION second;
+    return GetFileIdentity(one, first) && GetFileIdentity(other, second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
+}
+
+// A new file beside path, whose name is no longer: only its last character is another.
+bool MakeTemporaryFile(const char* path, char (&temporary)[MaxPathSize])
+{
+    CopyText(temporary, path);
+    char& last = temporary[strlen(temporary) - 1];
+    for (last = '0'; last <= '9'; ++last) {
+        const HANDLE file = CreateFileA(temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+        if (file != INVALID_HANDLE_VALUE) {
+            CloseHandle(file);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ReplaceFileBy(const char* path, const char* replacement)
+{
+    const DWORD attributes = GetFileAttributesA(path);
+    return (attributes & FILE_ATTRIBUTE_READONLY) == 0 && MoveFileExA(replacement, path, MOVEFILE_REPLACE_EXISTING);
+}
+
+// The selection comes out of the very file that it is to replace, so it is written beside it first. What the
+// view shows then is the new file.
+bool SaveOverCurrentFile(HWND mainWindow)
+{
+    char path[MaxPathSize];
+    char temporary[MaxPathSize];
+    CopyText(path, App.CurrentPath);
+    if (!MakeTemporaryFile(path, temporary)) {
+        return false;
+    }
+    bool replaced = false;
+    if (SaveInto(temporary)) {
+        ReleaseFile();
+        replaced = ReplaceFileBy(path, temporary);
+    }
+    if (!replaced) {
+        DeleteFileA(temporary);
+        TakeFileBack(mainWindow);
+        return false;
+    }
+    OpenNamedFile(mainWindow, path);
+    return true;
+}
+
+} // namespace
+
+void CopySelection(HWND mainWindow)
+{
+    TextBuffer buffer;
+    if (!AllocateBuffer(buffer, ClipboardBytes)) {
+        FreeBuffer(buffer);
+        ReportMessage(mainWindow, IDS_NO_CLIPBOARD);
+        return;
+    }
+    SelectionWalk walk = StartSelectionWalk();
+    const std::int32_t used = GatherSelection(walk, GatherFor::Clipboard, buffer.Bytes, ClipboardBytes);
+    buffer.Bytes[used] = '\0';
+    UnlockMemory(buffer.Memory);
+    const MemoryHandle text = ShrinkMemory(buffer.Memory, static_cast<std::size_t>(used + 1));
+    if (!IsOver(walk)) {
+        ReportMessage(mainWindow, IDS_CLIPBOARD_TRUNCATED);
+    }
+    if (!PutOnClipboard(mainWindow, text)) {
+        ReportMessage(mainWindow, IDS_NO_CLIPBOARD);
+    }
+}
+
+bool SaveSelection(HWND mainWindow, const char* path)
+{
+    if (!HasSelection()) {
+        return false; // another document has been handed over since the name was asked for
+    }
+    return IsSameFile(path, App.CurrentPath) ? SaveOverCurrentFile(mainWindow) : SaveInto(path);
+}
