@@ -7,9 +7,8 @@
 #include "files/dialog_height.h"
 #include "files/file_texts.h"
 #include "files/import_list.h"
+#include "files/info_text.h"
 #include "resources/ids.h"
-
-#include <cstdio>
 
 namespace {
 
@@ -45,13 +44,8 @@ void ShowType(HWND dialog)
 
 void ShowSize(HWND dialog)
 {
-    char bytes[GroupedSize];
-    char kilobytes[GroupedSize];
-    FormatGrouped(Document.FileSize, bytes);
-    // 513, so that half a kilobyte less one byte already counts as a whole one.
-    FormatGrouped(static_cast<std::int32_t>((static_cast<std::int64_t>(Document.FileSize) + 513) / 1024), kilobytes);
-    char text[2 * GroupedSize + sizeof " Bytes (K)"];
-    snprintf(text, sizeof text, "%s Bytes (%sK)", bytes, kilobytes);
+    char text[FileSizeTextSize];
+    FormatFileSize(Document.FileSize, text);
     SetDlgItemTextA(dialog, IDC_INFO_SIZE, text);
 }
 

@@ -6,7 +6,6 @@
 #include "files/associations.h"
 #include "resources/ids.h"
 
-#include <ctime>
 #include <windows.h>
 
 namespace {
@@ -32,10 +31,10 @@ SYSTEMTIME LocalTimeOf(std::int32_t secondsSince1970)
     return SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local) ? local : utc;
 }
 
-tm LocalParts(const FileInfo& info)
+std::tm LocalParts(const FileInfo& info)
 {
     const SYSTEMTIME time = LocalTimeOf(info.Time);
-    tm parts = {};
+    std::tm parts = {};
     parts.tm_year = time.wYear - 1900;
     parts.tm_mon = time.wMonth - 1;
     parts.tm_mday = time.wDay;
@@ -64,14 +63,12 @@ void ModificationText(const FileInfo& info, char (&text)[FileDateSize])
 
 void LongDateText(const FileInfo& info, char (&text)[LongDateSize])
 {
-    const tm parts = LocalParts(info);
-    strftime(text, sizeof text, "%a %d %b, %Y", &parts);
+    FormatLongDate(LocalParts(info), text);
 }
 
 void LongTimeText(const FileInfo& info, char (&text)[LongTimeSize])
 {
-    const tm parts = LocalParts(info);
-    strftime(text, sizeof text, "at %I:%M:%S %p", &parts);
+    FormatLongTime(LocalParts(info), text);
 }
 
 bool TypeText(const FileInfo& info, const char* path, char (&text)[TypeTextSize])

@@ -4,6 +4,7 @@
 #include "document/file_info.h"
 #include "files/association_table.h"
 #include "files/attribute_text.h"
+#include "files/info_text.h"
 #include "files/list_date.h"
 
 // The attributes in words.
@@ -12,9 +13,7 @@ void AttributeText(const FileInfo& info, char (&text)[AttributeTextSize]);
 // The local time of the modification, as the lists show it.
 void ModificationText(const FileInfo& info, char (&text)[FileDateSize]);
 
-// The local time of the modification, in full: "Sat 21 Nov, 2026" and "at 07:05:00 PM".
-constexpr std::size_t LongDateSize = 21;
-constexpr std::size_t LongTimeSize = 21;
+// The local time of the modification, in full.
 void LongDateText(const FileInfo& info, char (&text)[LongDateSize]);
 void LongTimeText(const FileInfo& info, char (&text)[LongTimeSize]);
 
