@@ -16,6 +16,7 @@ struct AppState {
     CommandLine Start; // what the command line said
     RecentFiles Recent;
     char CurrentPath[MaxPathSize] = "";         // of the current file: full, lower-case once it is open
+    char OpenedPath[MaxPathSize] = "";          // the same in the letters it was opened by: case may tell files apart
     char FileTitle[MaxPathSize] = "";           // its name part, lower-case; empty when no file is current
     FileInfo Info{.WantDetails = true};         // of the current file
     LaunchMode Launch = LaunchMode::None;       // how it can be launched

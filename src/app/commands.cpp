@@ -1,5 +1,6 @@
 #include "app/commands.h"
 
+#include "app/about_box.h"
 #include "app/app_state.h"
 #include "app/delete_file.h"
 #include "app/find_command.h"
@@ -26,6 +27,8 @@
 #include "view/view_state.h"
 #include "view/view_window.h"
 
+#include <commdlg.h>
+
 namespace {
 
 void AskAndOpen(HWND mainWindow, UINT)
@@ -38,18 +41,15 @@ void RepaintView()
     InvalidateRect(Windows.View, nullptr, TRUE);
 }
 
-void CloseAndClear(HWND, UINT)
+void CloseShownFile(HWND, UINT)
 {
-    CloseDocument();
-    ShowListState();
-    MeasureViewAnew();
-    RepaintView();
+    CloseAndClear();
 }
 
-void CloseFile(HWND mainWindow, UINT id)
+void CloseFile(HWND mainWindow, UINT)
 {
     ClearFileList();
-    CloseAndClear(mainWindow, id);
+    CloseAndClear();
     ShowWindow(mainWindow, SW_MINIMIZE);
 }
 
@@ -93,6 +93,9 @@ void SaveSelectedText(HWND mainWindow, UINT)
 {
     char path[MaxPathSize] = "";
     if (!ShowSaveDialog(mainWindow, AppOptions.FilterSpec, path)) {
+        if (CommDlgExtendedError() != 0) { // not cancelled: the path is too long, for one
+            ReportMessage(mainWindow, IDS_SAVE_FAILED);
+        }
         return;
     }
     SendMessageA(mainWindow, WM_BUSY_START, 0, 0);
@@ -105,7 +108,7 @@ void SaveSelectedText(HWND mainWindow, UINT)
 
 void CopySelectedText(HWND mainWindow, UINT)
 {
-    if (HasSelection()) {
+    if (HasSelection() && !App.ClosedOnIconize) { // a released file cannot be read
         CopySelection(mainWindow);
     }
 }
@@ -247,18 +250,9 @@ void HelpOnHelp(HWND mainWindow, UINT id)
     ShowHelp(mainWindow, HELP_HELPONHELP, id);
 }
 
-INT_PTR CALLBACK AboutDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
-{
-    if (message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL)) {
-        EndDialog(dialog, 0);
-        return TRUE;
-    }
-    return message == WM_INITDIALOG;
-}
-
 void AboutKestovar(HWND mainWindow, UINT)
 {
-    DialogBoxParamA(Windows.Instance, "ABOUTBOX", mainWindow, AboutDlgProc, 0);
+    ShowAboutBox(mainWindow);
 }
 
 struct Command {
@@ -297,7 +291,7 @@ constexpr Command Table[] = {
     {IDM_HELP_KEYBOARD, HelpOnKeyboard},
     {IDM_HELP_USING, HelpOnHelp},
     {IDM_HELP_ABOUT, AboutKestovar},
-    {IDM_INTERNAL_CLOSE, CloseAndClear},
+    {IDM_INTERNAL_CLOSE, CloseShownFile},
     {IDM_INTERNAL_REOPEN, Reopen},
 };
 

@@ -22,7 +22,7 @@ void RemoveFromList(HWND mainWindow)
         return;
     }
     RemoveListEntry(FileList.ListPosition);
-    --FileList.ListTotal;
+    FileList.ListTotal = FileListSize();
     --FileList.ListPosition;
     if (FileList.ListTotal == 0) {
         ClearFileList();
@@ -37,7 +37,7 @@ void RemoveFromList(HWND mainWindow)
 
 bool IsStillShown(const char* path)
 {
-    return View.FileShown && strcmp(path, App.CurrentPath) == 0;
+    return View.FileShown && strcmp(path, App.OpenedPath) == 0;
 }
 
 } // namespace
@@ -47,9 +47,9 @@ bool IsStillShown(const char* path)
 void DeleteCurrentFile(HWND mainWindow)
 {
     char path[MaxPathSize];
-    CopyText(path, App.CurrentPath);
+    CopyText(path, App.OpenedPath);
     const std::uint32_t generation = FileList.Generation;
-    if (!ConfirmDelete(mainWindow, path) || !IsStillShown(path)) {
+    if (!ConfirmDelete(mainWindow, App.CurrentPath) || !IsStillShown(path)) {
         return;
     }
     ReleaseFile();
@@ -58,11 +58,9 @@ void DeleteCurrentFile(HWND mainWindow)
         ReportMessage(mainWindow, IDS_DELETE_FAILED);
         return;
     }
-    CloseDocument();
     if (generation == FileList.Generation) {
         RemoveFromList(mainWindow);
     }
-    ShowListState();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    CloseAndClear();
     SendMessageA(Windows.Status, WM_SHOW_STRING, IDS_DELETED, 0);
 }

@@ -12,8 +12,7 @@
 #include "app/walk_list.h"
 #include "base/load_text.h"
 #include "base/messages.h"
-#include "base/text.h"
-#include "document/document.h"
+#include "document/block_cache.h"
 #include "document/document_state.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
@@ -23,7 +22,6 @@
 #include "view/status_window.h"
 #include "view/view_state.h"
 
-#include <cstring>
 #include <shellapi.h>
 
 namespace {
@@ -155,7 +153,8 @@ void OnDestroy(HWND window)
 void ReleaseFileOfIcon()
 {
     if (View.FileShown && Document.WorkMemory != nullptr) {
-        ReleaseFile();
+        CloseFileHandle();
+        App.ClosedOnIconize = true; // also of a file that is held whole: it is looked at anew when the window returns
     }
 }
 
@@ -184,31 +183,6 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
         Repaint(Windows.Status);
     }
     MeasureViewAnew();
-}
-
-// While the box is open, another file may be handed over, which then stays.
-void ReopenChanged(HWND window)
-{
-    char path[MaxPathSize];
-    CopyText(path, App.CurrentPath);
-    ReportMessage(window, IDS_FILE_CHANGED);
-    if (strcmp(path, App.CurrentPath) == 0) {
-        OpenNamedFile(window, path);
-    }
-}
-
-// The window is about to come back from its icon: so must the file that was released.
-void OnQueryOpen(HWND window)
-{
-    if (!View.FileShown || !App.ClosedOnIconize) {
-        return;
-    }
-    App.ClosedOnIconize = false;
-    switch (ReopenFile(App.CurrentPath)) {
-    case ReopenResult::CannotOpen: CloseLostFile(window); break;
-    case ReopenResult::Changed: ReopenChanged(window); break;
-    case ReopenResult::Unchanged: break;
-    }
 }
 
 struct ScrollKey {
@@ -284,7 +258,7 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_CREATE: OnCreate(window); return 0;
     case WM_DESTROY: OnDestroy(window); return 0;
     case WM_SIZE: OnSize(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
-    case WM_QUERYOPEN: OnQueryOpen(window); return 1;
+    case WM_QUERYOPEN: TakeFileBack(window); return 1;
     case WM_WININICHANGE: LoadIntlSettings(); return 0;
     case WM_SETCURSOR: return OnSetCursor(window, wParam, lParam);
     case WM_KEYDOWN: OnKeyDown(window, wParam); return 0;

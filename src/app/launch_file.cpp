@@ -3,6 +3,8 @@
 #include "app/app_state.h"
 #include "app/release_file.h"
 #include "base/messages.h"
+#include "document/document.h"
+#include "document/file_list.h"
 #include "files/launch_command.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
@@ -45,6 +47,21 @@ UINT FailureMessage(LaunchMode mode)
     }
 }
 
+// Whatever was to be launched may have taken the file away or changed it before it failed.
+void RecoverFile(HWND mainWindow)
+{
+    if (!App.ClosedOnIconize) {
+        return;
+    }
+    App.ClosedOnIconize = false;
+    if (ReopenFile(App.OpenedPath) != ReopenResult::Unchanged) {
+        ClearFileList();
+        CloseLostFile(mainWindow);
+    } else {
+        InvalidateRect(Windows.View, nullptr, TRUE); // it may have been painted meanwhile
+    }
+}
+
 } // namespace
 
 void LaunchFile(HWND mainWindow, UINT command)
@@ -59,7 +76,7 @@ void LaunchFile(HWND mainWindow, UINT command)
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
     if (result < FirstSuccess) {
         if (minimise) {
-            TakeFileBack(mainWindow);
+            RecoverFile(mainWindow);
         }
         ReportMessage(mainWindow, FailureMessage(mode));
     } else if (minimise) {

@@ -113,6 +113,7 @@ bool OpenInPlace(HWND mainWindow, const char* path, Origin origin)
     ForgetScrollMarks();
     CloseDocument();
     CopyText(App.CurrentPath, full);
+    CopyText(App.OpenedPath, full);
     const UINT failure = TryToOpen(full);
     if (failure != NoFailure) {
         ReportFailure(mainWindow, failure, title);
@@ -178,6 +179,14 @@ void CloseDocument()
     TakePendingLock();
     UpdateTitle(Windows.Main);
     SetFileMenuState(false, "");
+}
+
+void CloseAndClear()
+{
+    CloseDocument();
+    ShowListState();
+    MeasureViewAnew();
+    InvalidateRect(Windows.View, nullptr, TRUE);
 }
 
 void UpdateTitle(HWND mainWindow)

@@ -19,5 +19,8 @@ void ShowListState();
 
 void CloseDocument();
 
+// The same, and commands, status line and view show that there is none.
+void CloseAndClear();
+
 // The title names the current file.
 void UpdateTitle(HWND mainWindow);

@@ -3,35 +3,55 @@
 #include "app/app_state.h"
 #include "app/open_sequence.h"
 #include "base/messages.h"
+#include "base/text.h"
 #include "document/block_cache.h"
 #include "document/document.h"
 #include "document/document_state.h"
-#include "document/file_list.h"
 #include "resources/ids.h"
+#include "view/frame_windows.h"
+
+#include <cstring>
+
+namespace {
+
+// While the box is open, another file may be handed over, which then stays.
+void ReopenChanged(HWND mainWindow)
+{
+    char path[MaxPathSize];
+    CopyText(path, App.OpenedPath);
+    ReportMessage(mainWindow, IDS_FILE_CHANGED);
+    if (strcmp(path, App.OpenedPath) == 0) {
+        OpenNamedFile(mainWindow, path);
+    }
+}
+
+} // namespace
 
 void ReleaseFile()
 {
-    CloseFileHandle();
-    App.ClosedOnIconize = true;
+    if (Document.FileHandle != 0) {
+        CloseFileHandle();
+        App.ClosedOnIconize = true;
+    }
 }
 
 void TakeFileBack(HWND mainWindow)
 {
     if (!App.ClosedOnIconize) {
-        return; // closing the document has cleared it
+        return; // it was not open, or closing the document has cleared this
     }
     App.ClosedOnIconize = false;
-    if (ReopenFile(App.CurrentPath) != ReopenResult::Unchanged) {
-        ClearFileList();
-        CloseLostFile(mainWindow);
-    } else if (Document.BlockCount == 1) {
-        CloseFileHandle(); // as it was: a document of one block is held whole
+    switch (ReopenFile(App.OpenedPath)) {
+    case ReopenResult::CannotOpen: CloseLostFile(mainWindow); break;
+    case ReopenResult::Changed: ReopenChanged(mainWindow); break;
+    case ReopenResult::Unchanged:
+        InvalidateRect(Windows.View, nullptr, TRUE); // what was painted meanwhile may lack what could not be read
+        break;
     }
 }
 
 void CloseLostFile(HWND mainWindow)
 {
-    CloseDocument(); // before anything can be painted behind the box
-    ShowListState();
+    CloseAndClear(); // before anything can be painted behind the box
     ReportMessage(mainWindow, IDS_CANNOT_REOPEN);
 }

@@ -3,12 +3,11 @@
 
 #include <windows.h>
 
-// Closes the file, as an icon does, so that somebody else can have it. The document is still shown.
+// Closes the file, if it is open, so that somebody else can have it. The document is still shown.
 void ReleaseFile();
 
-// What the file was released for has failed: it is read from again. When it is no longer what it was, the
-// document and the file list are closed, and that is reported. Nothing happens to a document that was opened
-// since.
+// The released file is read from again. When it has changed or cannot be opened any more, that is reported, and
+// it is opened anew or the document closed. Nothing happens to a document that was opened since.
 void TakeFileBack(HWND mainWindow);
 
 // The released file cannot be read again: the document is closed, and that is reported.

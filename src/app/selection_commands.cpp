@@ -5,7 +5,9 @@
 #include "app/release_file.h"
 #include "base/messages.h"
 #include "base/text.h"
+#include "document/document_state.h"
 #include "document/port.h"
+#include "files/replace_file.h"
 #include "resources/ids.h"
 #include "view/selected_text.h"
 #include "view/selection.h"
@@ -58,13 +60,14 @@ bool PutOnClipboard(HWND mainWindow, MemoryHandle text)
 bool WriteSelection(HFILE file, char* buffer)
 {
     SelectionWalk walk = StartSelectionWalk();
+    Document.ReadShort = false;
     do {
         const auto bytes = static_cast<UINT>(GatherSelection(walk, GatherFor::File, buffer, SaveBytes));
         if (_lwrite(file, buffer, bytes) != bytes) {
             return false;
         }
     } while (!IsOver(walk));
-    return true;
+    return !Document.ReadShort;
 }
 
 bool SaveInto(const char* path)
@@ -79,70 +82,27 @@ bool SaveInto(const char* path)
     return _lclose(file) == 0 && saved;
 }
 
-// What tells a file from every other, whatever it is called; false when there is no such file.
-bool GetFileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION& identity)
+// The selection comes out of the very file that it is to replace, so it is written beside it first. What the view
+// shows then is the new file.
+bool SaveOverCurrentFile(HWND mainWindow, const char* path)
 {
-    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileA(path, 0, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return false;
-    }
-    const bool known = GetFileInformationByHandle(file, &identity) != 0;
-    CloseHandle(file);
-    return known;
-}
-
-bool IsSameFile(const char* one, const char* other)
-{
-    BY_HANDLE_FILE_INFORMATION first;
-    BY_HANDLE_FILE_INFORMATION second;
-    return GetFileIdentity(one, first) && GetFileIdentity(other, second) &&
-           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
-           first.nFileIndexLow == second.nFileIndexLow;
-}
-
-// A new file beside path, whose name is no longer: only its last character is another.
-bool MakeTemporaryFile(const char* path, char (&temporary)[MaxPathSize])
-{
-    CopyText(temporary, path);
-    char& last = temporary[strlen(temporary) - 1];
-    for (last = '0'; last <= '9'; ++last) {
-        const HANDLE file = CreateFileA(temporary, GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
-        if (file != INVALID_HANDLE_VALUE) {
-            CloseHandle(file);
-            return true;
-        }
-    }
-    return false;
-}
-
-bool ReplaceFileBy(const char* path, const char* replacement)
-{
-    const DWORD attributes = GetFileAttributesA(path);
-    return (attributes & FILE_ATTRIBUTE_READONLY) == 0 && MoveFileExA(replacement, path, MOVEFILE_REPLACE_EXISTING);
-}
-
-// The selection comes out of the very file that it is to replace, so it is written beside it first. What the
-// view shows then is the new file.
-bool SaveOverCurrentFile(HWND mainWindow)
-{
-    char path[MaxPathSize];
-    char temporary[MaxPathSize];
-    CopyText(path, App.CurrentPath);
-    if (!MakeTemporaryFile(path, temporary)) {
+    char beside[MaxPathSize];
+    if (!MakeFileBeside(path, beside)) {
         return false;
     }
     bool replaced = false;
-    if (SaveInto(temporary)) {
+    if (SaveInto(beside)) {
         ReleaseFile();
-        replaced = ReplaceFileBy(path, temporary);
+        replaced = ReplaceWith(path, beside);
     }
     if (!replaced) {
-        DeleteFileA(temporary);
+        DeleteFileA(beside);
         TakeFileBack(mainWindow);
         return false;
     }
-    OpenNamedFile(mainWindow, path);
+    char shown[MaxPathSize];
+    CopyText(shown, App.OpenedPath);
+    OpenNamedFile(mainWindow, shown);
     return true;
 }
 
@@ -174,5 +134,5 @@ bool SaveSelection(HWND mainWindow, const char* path)
     if (!HasSelection()) {
         return false; // another document has been handed over since the name was asked for
     }
-    return IsSameFile(path, App.CurrentPath) ? SaveOverCurrentFile(mainWindow) : SaveInto(path);
+    return IsSameFile(path, App.OpenedPath) ? SaveOverCurrentFile(mainWindow, path) : SaveInto(path);
 }

@@ -102,6 +102,9 @@ void ReadBlockFromFile(std::int32_t block)
     const std::int32_t start = OffsetOfBlock(block);
     const std::int32_t wanted = std::min(BlockBytes, INT32_MAX - start);
     Document.CurBlockBytes = ReadFileAt(Document.FileHandle, start, Document.WorkData, wanted);
+    if (Document.CurBlockBytes < std::min(BlockBytes, Document.FileSize - start)) {
+        Document.ReadShort = true;
+    }
     ClearSamples();
     if (Document.SoughtBlock == block) {
         Document.SoughtBlock = 0;

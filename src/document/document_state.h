@@ -61,6 +61,7 @@ struct DocumentState {
 
     std::int32_t LongestLine = 0; // bytes; the record length for a non-text document
     bool LastLineOpen = false;    // while indexing: the last byte seen was not a line end
+    bool ReadShort = false;       // a block could not be read whole, since somebody cleared this
 };
 
 extern DocumentState Document;

@@ -4,9 +4,12 @@
 
 namespace {
 
+// They end an argument, or mean something to the command interpreter, which runs editors that are batch files.
+constexpr char NeedQuotes[] = " &()[]{}^=;!'+,`~%";
+
 void AppendPath(char (&command)[LaunchCommandSize], const char* path, const char* behind)
 {
-    const char* const quote = strchr(path, ' ') != nullptr ? "\"" : "";
+    const char* const quote = strpbrk(path, NeedQuotes) != nullptr ? "\"" : "";
     AppendText(command, quote);
     AppendText(command, path);
     AppendText(command, behind);

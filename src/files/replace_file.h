@@ -1,0 +1,15 @@
+// Writing a file that is there already so that it is either the old or the new one, never half of it.
+#pragma once
+
+#include "base/text.h"
+
+// Whether two paths lead to one file, whatever its names are. False when one of them leads to none.
+bool IsSameFile(const char* one, const char* other);
+
+// Makes a new file in path's directory, to be written and then put in path's place. Its name is no longer: only
+// the last character differs. False when there can be none.
+bool MakeFileBeside(const char* path, char (&beside)[MaxPathSize]);
+
+// Puts replacement in path's place; the file keeps its name and attributes. False, and both files are as they were,
+// when that is not possible.
+bool ReplaceWith(const char* path, const char* replacement);
