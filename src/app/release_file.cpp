@@ -45,6 +45,9 @@ void TakeFileBack(HWND mainWindow)
     case ReopenResult::CannotOpen: CloseLostFile(mainWindow); break;
     case ReopenResult::Changed: ReopenChanged(mainWindow); break;
     case ReopenResult::Unchanged:
+        if (Document.BlockCount == 1) {
+            CloseFileHandle(); // it is held whole, and was only looked at
+        }
         InvalidateRect(Windows.View, nullptr, TRUE); // what was painted meanwhile may lack what could not be read
         break;
     }

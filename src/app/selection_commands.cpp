@@ -41,12 +41,26 @@ void FreeBuffer(TextBuffer& buffer)
     }
 }
 
+// Programs that watch the clipboard hold it for a moment after each change.
+bool OpenClipboardPatiently(HWND mainWindow)
+{
+    constexpr int Tries = 10;
+    constexpr DWORD Pause = 10; // milliseconds
+    for (int i = 0; i < Tries; ++i) {
+        if (OpenClipboard(mainWindow)) {
+            return true;
+        }
+        Sleep(Pause);
+    }
+    return false;
+}
+
 // The clipboard owns the text from then on. False, and the text is freed, when another program does not let go
 // of the clipboard.
 bool PutOnClipboard(HWND mainWindow, MemoryHandle text)
 {
     bool taken = false;
-    if (OpenClipboard(mainWindow)) {
+    if (OpenClipboardPatiently(mainWindow)) {
         EmptyClipboard();
         taken = SetClipboardData(CF_TEXT, text) != nullptr;
         CloseClipboard();
@@ -72,7 +86,7 @@ bool WriteSelection(HFILE file, char* buffer)
 
 bool SaveInto(const char* path)
 {
-    const HFILE file = _lcreat(path, 0);
+    const HFILE file = IsReadOnly(path) ? HFILE_ERROR : _lcreat(path, 0);
     if (file == HFILE_ERROR) {
         return false;
     }

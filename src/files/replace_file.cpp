@@ -4,11 +4,16 @@
 
 namespace {
 
+HANDLE OpenShared(const char* path, DWORD access)
+{
+    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    return CreateFileA(path, access, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+}
+
 // What tells a file from every other; false when there is no such file.
 bool GetFileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION& identity)
 {
-    constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileA(path, 0, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE file = OpenShared(path, 0);
     if (file == INVALID_HANDLE_VALUE) {
         return false;
     }
@@ -21,6 +26,17 @@ bool GetFileIdentity(const char* path, BY_HANDLE_FILE_INFORMATION& identity)
 bool IsNumbered(const BY_HANDLE_FILE_INFORMATION& identity)
 {
     return identity.nFileIndexHigh != 0 || identity.nFileIndexLow != 0;
+}
+
+// Not while another program keeps the file for itself.
+bool CanBeTakenAway(const char* path)
+{
+    const HANDLE file = OpenShared(path, DELETE);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    CloseHandle(file);
+    return true;
 }
 
 } // namespace
@@ -39,11 +55,18 @@ bool IsSameFile(const char* one, const char* other)
            first.nFileIndexLow == second.nFileIndexLow;
 }
 
+bool IsReadOnly(const char* path)
+{
+    const DWORD attributes = GetFileAttributesA(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 bool MakeFileBeside(const char* path, char (&beside)[MaxPathSize])
 {
+    constexpr char Candidates[] = "0123456789abcdefghijklmnopqrstuvwxyz";
     CopyText(beside, path);
-    char& last = beside[lstrlenA(beside) - 1];
-    for (last = '0'; last <= '9'; ++last) {
+    for (const char* candidate = Candidates; *candidate != '\0'; ++candidate) {
+        beside[lstrlenA(path) - 1] = *candidate;
         const HANDLE file = CreateFileA(beside, GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
         if (file != INVALID_HANDLE_VALUE) {
             CloseHandle(file);
@@ -55,7 +78,7 @@ bool MakeFileBeside(const char* path, char (&beside)[MaxPathSize])
 
 bool ReplaceWith(const char* path, const char* replacement)
 {
-    const DWORD attributes = GetFileAttributesA(path);
-    return (attributes & FILE_ATTRIBUTE_READONLY) == 0 &&
+    // Looked at first: a replacement that fails half-way can leave a file with a name of the system's behind.
+    return !IsReadOnly(path) && CanBeTakenAway(path) &&
            ReplaceFileA(path, replacement, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
 }

@@ -6,6 +6,9 @@
 // Whether two paths lead to one file, whatever its names are. False when one of them leads to none.
 bool IsSameFile(const char* one, const char* other);
 
+// Whether the file is marked as not to be written to; false also when there is none.
+bool IsReadOnly(const char* path);
+
 // Makes a new file in path's directory, to be written and then put in path's place. Its name is no longer: only
 // the last character differs. False when there can be none.
 bool MakeFileBeside(const char* path, char (&beside)[MaxPathSize]);
