@@ -24,7 +24,7 @@ struct AppState {
     char ArchivePath[MaxPathSize] = "";         // of the archive whose member was viewed last
     bool RedisplayZip = false;                  // the archive's listing is shown again
     bool BusyCursor = false;                    // show the wait cursor
-    bool ClosedOnIconize = false;               // the file was released when the window was minimised
+    bool FileReleased = false;                  // it is closed for others, to be opened again
     bool HelpUsed = false;
 };
 

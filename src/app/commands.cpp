@@ -108,7 +108,7 @@ void SaveSelectedText(HWND mainWindow, UINT)
 
 void CopySelectedText(HWND mainWindow, UINT)
 {
-    if (HasSelection() && !App.ClosedOnIconize) { // a released file cannot be read
+    if (HasSelection() && !App.FileReleased) { // a released file cannot be read
         CopySelection(mainWindow);
     }
 }

@@ -18,7 +18,7 @@ namespace {
 // The next entry takes the place of the one that is gone.
 void RemoveFromList(HWND mainWindow)
 {
-    if (FileList.ListTotal == 0) {
+    if (FileList.ListTotal == 0 || FileList.ListPosition < 1) {
         return;
     }
     RemoveListEntry(FileList.ListPosition);

@@ -154,7 +154,7 @@ void ReleaseFileOfIcon()
 {
     if (View.FileShown && Document.WorkMemory != nullptr) {
         CloseFileHandle();
-        App.ClosedOnIconize = true; // also of a file that is held whole: it is looked at anew when the window returns
+        App.FileReleased = true; // also of a file that is held whole: it is looked at anew when the window returns
     }
 }
 

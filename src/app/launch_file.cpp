@@ -50,10 +50,10 @@ UINT FailureMessage(LaunchMode mode)
 // Whatever was to be launched may have taken the file away or changed it before it failed.
 void RecoverFile(HWND mainWindow)
 {
-    if (!App.ClosedOnIconize) {
+    if (!App.FileReleased) {
         return;
     }
-    App.ClosedOnIconize = false;
+    App.FileReleased = false;
     if (ReopenFile(App.OpenedPath) != ReopenResult::Unchanged) {
         ClearFileList();
         CloseLostFile(mainWindow);

@@ -171,7 +171,7 @@ void CloseDocument()
     FreeBuffers();
     View.FileShown = false;
     View.PickingLock = false;
-    App.ClosedOnIconize = false;
+    App.FileReleased = false;
     App.FileTitle[0] = '\0';
     Document.LongestLine = 0;
     ForgetHighlight();

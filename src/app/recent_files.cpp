@@ -43,5 +43,5 @@ bool AddRecentPath(RecentFiles& recent, const char* path)
 void FormatRecentText(const RecentFiles& recent, int index, char* text, std::size_t size)
 {
     snprintf(text, size, "&%i %s", index + 1, recent.Paths[index]);
-    ShortenPath(text, RecentMenuTextLength, '\\');
+    ShortenPath(text, size, RecentMenuTextLength, '\\');
 }

@@ -31,16 +31,16 @@ void ReleaseFile()
 {
     if (Document.FileHandle != 0) {
         CloseFileHandle();
-        App.ClosedOnIconize = true;
+        App.FileReleased = true;
     }
 }
 
 void TakeFileBack(HWND mainWindow)
 {
-    if (!App.ClosedOnIconize) {
+    if (!App.FileReleased) {
         return; // it was not open, or closing the document has cleared this
     }
-    App.ClosedOnIconize = false;
+    App.FileReleased = false;
     switch (ReopenFile(App.OpenedPath)) {
     case ReopenResult::CannotOpen: CloseLostFile(mainWindow); break;
     case ReopenResult::Changed: ReopenChanged(mainWindow); break;

@@ -100,22 +100,23 @@ bool SaveInto(const char* path)
 // shows then is the new file.
 bool SaveOverCurrentFile(HWND mainWindow, const char* path)
 {
+    char shown[MaxPathSize];
+    CopyText(shown, App.OpenedPath);
+    const char* const target = IsSameName(path, shown) ? shown : path;
     char beside[MaxPathSize];
-    if (!MakeFileBeside(path, beside)) {
+    if (!MakeFileBeside(target, beside)) {
         return false;
     }
     bool replaced = false;
     if (SaveInto(beside)) {
         ReleaseFile();
-        replaced = ReplaceWith(path, beside);
+        replaced = ReplaceWith(target, beside);
     }
     if (!replaced) {
         DeleteFileA(beside);
         TakeFileBack(mainWindow);
         return false;
     }
-    char shown[MaxPathSize];
-    CopyText(shown, App.OpenedPath);
     OpenNamedFile(mainWindow, shown);
     return true;
 }

@@ -25,10 +25,10 @@ void FormatGrouped(std::int32_t number, char (&text)[GroupedSize])
     }
 }
 
-void ShortenPath(char* path, std::size_t maxLength, char separator)
+void ShortenPath(char* path, std::size_t size, std::size_t maxLength, char separator)
 {
     const std::size_t length = strlen(path);
-    char* head = length > maxLength ? strchr(path, separator) : nullptr;
+    char* const head = length > maxLength ? strchr(path, separator) : nullptr;
     if (head == nullptr) {
         return;
     }
@@ -44,9 +44,10 @@ void ShortenPath(char* path, std::size_t maxLength, char separator)
     }
     constexpr char Dots[] = "...";
     constexpr std::size_t DotsLength = sizeof Dots - 1;
-    if (static_cast<std::size_t>(tail - headEnd) < DotsLength) {
-        return; // nothing to win: the dots would take more room than what they replace
+    const std::size_t tailLength = strlen(tail);
+    if (headLength + DotsLength + tailLength >= size) {
+        return;
     }
-    memmove(headEnd + DotsLength, tail, strlen(tail) + 1);
+    memmove(headEnd + DotsLength, tail, tailLength + 1);
     memcpy(headEnd, Dots, DotsLength);
 }

@@ -14,5 +14,11 @@ void FormatGrouped(std::int32_t number, char (&text)[GroupedSize]);
 
 // Shortens a path in place to about maxLength characters: its head up to and including the first
 // separator, "...", and a tail that starts at a directory boundary when there is one. A path that is
-// not longer than maxLength stays as it is.
-void ShortenPath(char* path, std::size_t maxLength, char separator);
+// not longer than maxLength stays as it is. One that is only just longer may even grow by the dots, for
+// what they replace; it stays as it is when the size bytes at path have no room for that.
+void ShortenPath(char* path, std::size_t size, std::size_t maxLength, char separator);
+
+template <std::size_t Size> void ShortenPath(char (&path)[Size], std::size_t maxLength, char separator)
+{
+    ShortenPath(path, Size, maxLength, separator);
+}

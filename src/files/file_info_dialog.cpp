@@ -13,6 +13,7 @@
 namespace {
 
 constexpr std::size_t ShownPathLength = 32;
+constexpr std::size_t LabelSize = 31;
 
 const ShownFile* Shown = nullptr; // while the dialog is open
 bool ImportsShown = false;
@@ -49,17 +50,22 @@ void ShowSize(HWND dialog)
     SetDlgItemTextA(dialog, IDC_INFO_SIZE, text);
 }
 
+void ShowNotAvailable(HWND dialog, int id)
+{
+    char text[LabelSize];
+    LoadText(IDS_NOT_APPLICABLE, text);
+    SetDlgItemTextA(dialog, id, text);
+}
+
 void ShowLines(HWND dialog)
 {
-    char text[30] = "";
-    if (Document.IsText) {
-        char lines[GroupedSize];
-        FormatGrouped(Document.LineCount, lines);
-        CopyText(text, lines);
-    } else {
-        LoadText(IDS_NOT_APPLICABLE, text);
+    if (!Document.IsText) {
+        ShowNotAvailable(dialog, IDC_INFO_LINES);
+        return;
     }
-    SetDlgItemTextA(dialog, IDC_INFO_LINES, text);
+    char lines[GroupedSize];
+    FormatGrouped(Document.LineCount, lines);
+    SetDlgItemTextA(dialog, IDC_INFO_LINES, lines);
 }
 
 void ShowTimeAndAttributes(HWND dialog)
@@ -77,9 +83,11 @@ void ShowTimeAndAttributes(HWND dialog)
 
 void ShowVersionText(HWND dialog, int id, const char* text)
 {
-    char missing[30] = "";
-    LoadText(IDS_NOT_APPLICABLE, missing);
-    SetDlgItemTextA(dialog, id, text[0] != '\0' ? text : missing);
+    if (text[0] != '\0') {
+        SetDlgItemTextA(dialog, id, text);
+    } else {
+        ShowNotAvailable(dialog, id);
+    }
 }
 
 void ShowVersion(HWND dialog)
@@ -93,7 +101,7 @@ void ShowVersion(HWND dialog)
 void FollowImportsShown(HWND dialog)
 {
     ShowWindow(GetDlgItem(dialog, IDC_INFO_IMPORTS), ImportsShown ? SW_SHOW : SW_HIDE);
-    char title[30] = "";
+    char title[LabelSize];
     LoadText(ImportsShown ? IDS_IMPORTED_LIBRARIES : IDS_VERSION_INFORMATION, title);
     SetDlgItemTextA(dialog, IDC_INFO_GROUP, title);
 }

@@ -55,6 +55,16 @@ bool IsSameFile(const char* one, const char* other)
            first.nFileIndexLow == second.nFileIndexLow;
 }
 
+bool IsSameName(const char* one, const char* other)
+{
+    char first[MaxPathSize];
+    char second[MaxPathSize];
+    const DWORD firstLength = GetLongPathNameA(one, first, sizeof first);
+    const DWORD secondLength = GetLongPathNameA(other, second, sizeof second);
+    return firstLength != 0 && firstLength < sizeof first && secondLength != 0 && secondLength < sizeof second &&
+           lstrcmpiA(first, second) == 0;
+}
+
 bool IsReadOnly(const char* path)
 {
     const DWORD attributes = GetFileAttributesA(path);
@@ -79,6 +89,9 @@ bool MakeFileBeside(const char* path, char (&beside)[MaxPathSize])
 bool ReplaceWith(const char* path, const char* replacement)
 {
     // Looked at first: a replacement that fails half-way can leave a file with a name of the system's behind.
-    return !IsReadOnly(path) && CanBeTakenAway(path) &&
-           ReplaceFileA(path, replacement, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr);
+    if (IsReadOnly(path) || !CanBeTakenAway(path)) {
+        return false;
+    }
+    SetFileAttributesA(replacement, GetFileAttributesA(path)); // not every system's replacing keeps them
+    return ReplaceFileA(path, replacement, nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
 }

@@ -6,6 +6,9 @@
 // Whether two paths lead to one file, whatever its names are. False when one of them leads to none.
 bool IsSameFile(const char* one, const char* other);
 
+// Whether two paths name one entry of one directory: short names and other letters count as the same.
+bool IsSameName(const char* one, const char* other);
+
 // Whether the file is marked as not to be written to; false also when there is none.
 bool IsReadOnly(const char* path);
 

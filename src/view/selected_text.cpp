@@ -54,7 +54,7 @@ bool IsFollowedByLineEnd(const SelectedPart& part, GatherFor target)
 
 SelectionWalk StartSelectionWalk()
 {
-    return HasSelection() ? SelectionWalk{FirstSelectedLine(), LastSelectedLine()} : SelectionWalk{1, 0};
+    return HasSelection() ? SelectionWalk{FirstSelectedLine(), LastSelectedLine(), {}} : SelectionWalk{1, 0, {}};
 }
 
 SelectedPart ReadSelectedPart(const SelectionWalk& walk)
@@ -68,7 +68,11 @@ std::int32_t GatherSelection(SelectionWalk& walk, GatherFor target, char* buffer
 {
     std::int32_t used = 0;
     while (!IsOver(walk)) {
-        const SelectedPart part = ReadSelectedPart(walk);
+        // What does not fit is held, not read again: a line found by its number need not be the next one in turn.
+        if (walk.Held.Text == nullptr) {
+            walk.Held = ReadSelectedPart(walk);
+        }
+        const SelectedPart& part = walk.Held;
         if (used + part.Length + LineEndBytes > limit) {
             break;
         }
@@ -78,6 +82,7 @@ std::int32_t GatherSelection(SelectionWalk& walk, GatherFor target, char* buffer
             memcpy(buffer + used, LineEnd, sizeof LineEnd);
             used += LineEndBytes;
         }
+        walk.Held = {};
         ++walk.NextLine;
     }
     return used;

@@ -10,10 +10,12 @@ struct SelectedPart {
     bool IsCutShort; // not the whole line
 };
 
-// Lines (or hex rows) from 1 that are still to be taken; over when there is none.
+// Lines (or hex rows) from 1 that are still to be taken; over when there is none. Nothing else of the
+// document may be read until it is over.
 struct SelectionWalk {
     std::int32_t NextLine;
     std::int32_t LastLine;
+    SelectedPart Held; // of NextLine, read but not taken yet; without a Text it is not read
 };
 
 SelectionWalk StartSelectionWalk();
