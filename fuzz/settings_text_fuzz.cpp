@@ -29,7 +29,7 @@ void CheckShortened(const std::string& path, std::size_t limit)
 {
     // Exactly as large as the path: shortening needs no room of its own.
     std::vector<char> text(path.c_str(), path.c_str() + path.size() + 1);
-    ShortenPath(text.data(), limit, '\\');
+    ShortenPath(text.data(), text.size(), limit, '\\');
     const std::size_t length = strlen(text.data());
     Require(length <= path.size(), "a path does not grow");
     Require(path.size() > limit || path == text.data(), "a short path stays");

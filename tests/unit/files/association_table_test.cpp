@@ -171,3 +171,22 @@ TEST_F(AssociationTableTest, Holds200Descriptions)
     AddExtension(Table, ".TXT", 200);
     EXPECT_EQ(Find("TXT"), "The last");
 }
+
+TEST_F(AssociationTableTest, ExtensionsOfOneKindShareItsDescription)
+{
+    AddExtension(Table, ".JPG", InternDescription(Table, "Picture"));
+    AddExtension(Table, ".TXT", InternDescription(Table, "Text Document"));
+    AddExtension(Table, ".JPEG", InternDescription(Table, "Picture"));
+    EXPECT_EQ(Table.DescriptionCount, 2);
+    EXPECT_EQ(Find("JPG"), "Picture");
+    EXPECT_EQ(Find("JPEG"), "Picture");
+}
+
+TEST_F(AssociationTableTest, ExtensionWhoseDescriptionDoesNotFitIsCalledAFileOfItsKind)
+{
+    EXPECT_TRUE(AddExtension(Table, ".LNG", InternDescription(Table, std::string(40, 'd').c_str())));
+    EXPECT_EQ(Find("LNG"), "LNG File");
+    FillDescriptions(200);
+    EXPECT_TRUE(AddExtension(Table, ".NEW", InternDescription(Table, "One more")));
+    EXPECT_EQ(Find("NEW"), "NEW File");
+}
