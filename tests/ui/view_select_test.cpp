@@ -241,6 +241,25 @@ TEST_F(ViewSelectTest, AClickWithoutMovementLeavesNoSelection)
     EXPECT_TRUE(program.Menu(IDM_FILE_SAVE_AS).Greyed);
 }
 
+TEST_F(ViewSelectTest, CopyAndSaveAsAreGreyedAfterAClickAndPossibleAfterADrag)
+{
+    Program program(WriteScratch("lines.txt", Lines(100)));
+    ASSERT_TRUE(program.WaitForFrame());
+    const auto expectGreyed = [&](bool greyed) {
+        EXPECT_EQ(program.Menu(IDM_EDIT_COPY).Greyed, greyed);
+        EXPECT_EQ(program.Menu(IDM_FILE_SAVE_AS).Greyed, greyed);
+    };
+    expectGreyed(true);
+    ASSERT_TRUE(Drag(program, PointOf(3, 5), PointOf(3, 12)));
+    expectGreyed(false);
+    ASSERT_TRUE(PressAt(program, PointOf(8, 5)));
+    expectGreyed(true); // as soon as the selection is gone
+    ASSERT_TRUE(Release(program));
+    expectGreyed(true);
+    ASSERT_TRUE(Drag(program, PointOf(5, 4), PointOf(2, 10)));
+    expectGreyed(false);
+}
+
 TEST_F(ViewSelectTest, ADragBackToWhereItBeganLeavesNoSelection)
 {
     Program program(WriteScratch("lines.txt", Lines(100)));

@@ -190,6 +190,63 @@ HWND FocusOf(HWND dialog)
     return ThreadOf(dialog).hwndFocus;
 }
 
+std::vector<DialogControl> ControlsOf(HWND dialog)
+{
+    std::vector<DialogControl> controls;
+    for (HWND window = GetWindow(dialog, GW_CHILD); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
+        char name[20] = "";
+        char text[300] = "";
+        GetClassNameA(window, name, sizeof name);
+        DWORD_PTR length = 0;
+        SendMessageTimeoutA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text), SMTO_NORMAL,
+                            DefaultWaitLimit, &length);
+        controls.push_back({window, name, text});
+    }
+    return controls;
+}
+
+SIZE ExtentOf(const std::string& text, UINT format, int width)
+{
+    const HDC screen = GetDC(nullptr);
+    const HFONT font = CreateFontA(-MulDiv(8, GetDeviceCaps(screen, LOGPIXELSY), 72), 0, 0, 0, FW_NORMAL, 0, 0, 0,
+                                   DEFAULT_CHARSET, 0, 0, 0, 0, "MS Sans Serif");
+    const HGDIOBJ former = SelectObject(screen, font);
+    RECT extent = {0, 0, width, 0};
+    DrawTextA(screen, text.c_str(), -1, &extent, DT_CALCRECT | format);
+    SelectObject(screen, former);
+    DeleteObject(font);
+    ReleaseDC(nullptr, screen);
+    return {extent.right, extent.bottom};
+}
+
+int ExpectTextsFit(HWND dialog)
+{
+    constexpr int ButtonEdges = 8; // both of them
+    constexpr int BoxWidth = 18;   // of a check box or radio button, with what follows it
+    constexpr int GroupEdges = 24;
+    int count = 0;
+    for (const DialogControl& control : ControlsOf(dialog)) {
+        if (control.Text.empty()) {
+            continue;
+        }
+        ++count;
+        const SIZE place = ClientSize(control.Window);
+        const LONG style = GetWindowLongA(control.Window, GWL_STYLE);
+        if (control.Class == "Static") {
+            const UINT prefix = (style & SS_NOPREFIX) == 0 ? 0 : DT_NOPREFIX;
+            const SIZE needed = ExtentOf(control.Text, DT_WORDBREAK | prefix, place.cx);
+            EXPECT_LE(needed.cx, place.cx) << control.Text;
+            EXPECT_LE(needed.cy, place.cy) << control.Text;
+        } else if (control.Class == "Button") {
+            const LONG kind = style & BS_TYPEMASK;
+            const bool pushed = kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON;
+            const int edges = pushed ? ButtonEdges : kind == BS_GROUPBOX ? GroupEdges : BoxWidth;
+            EXPECT_LE(ExtentOf(control.Text).cx + edges, place.cx) << control.Text;
+        }
+    }
+    return count;
+}
+
 void TypeText(const std::string& text)
 {
     for (const wchar_t character : ToWide(text)) {

@@ -40,5 +40,19 @@ void DoubleClickEntry(HWND dialog, int control, int entry);
 // The control, if any, that the keys go to.
 HWND FocusOf(HWND dialog);
 
+struct DialogControl {
+    HWND Window;
+    std::string Class;
+    std::string Text;
+};
+
+std::vector<DialogControl> ControlsOf(HWND dialog);
+
+// The extent of a text in the dialogs' font, as DrawText measures it.
+SIZE ExtentOf(const std::string& text, UINT format = DT_SINGLELINE, int width = 0);
+
+// It is a failure when a text cannot be read whole in its control. Returns how many texts there are.
+int ExpectTextsFit(HWND dialog);
+
 // Types the text with real keys: it goes to whatever has the focus.
 void TypeText(const std::string& text);

@@ -622,6 +622,63 @@ TEST_F(Commands, HelpIsToldToQuitOnlyWhenItWasUsed)
     StartProgramOnce();
 }
 
+TEST_F(Commands, AboutNamesTheProgramAndItsVersion)
+{
+    DialogAnswers answers;
+    answers.Then([](HWND dialog) {
+        EXPECT_EQ("OK", ControlText(dialog, IDOK));
+        EXPECT_EQ(GetDlgItem(dialog, IDOK), GetFocus());
+        EXPECT_EQ(BS_DEFPUSHBUTTON, GetWindowLongA(GetDlgItem(dialog, IDOK), GWL_STYLE) & BS_TYPEMASK);
+        PressButton(dialog, IDOK);
+    });
+    EXPECT_EQ(0, Command(293));
+    EXPECT_EQ("Kestovar Version 3.8 (32-bit)", answers.OnlyText());
+    ASSERT_EQ(1u, answers.Seen().size());
+    EXPECT_EQ("About Kestovar", answers.Seen()[0].Caption);
+    EXPECT_EQ(Windows.Main, answers.Seen()[0].Owner);
+    EXPECT_NE(nullptr, answers.Seen()[0].Icon);
+}
+
+TEST_F(Commands, AboutIsLeftByButtonKeyAndSystemMenu)
+{
+    const struct {
+        UINT Message;
+        WPARAM WParam;
+    } ways[] = {{WM_COMMAND, IDOK},
+                {WM_COMMAND, IDCANCEL},
+                {WM_SYSCOMMAND, SC_CLOSE},
+                {WM_KEYDOWN, VK_ESCAPE},
+                {WM_KEYDOWN, VK_RETURN}};
+    for (const auto& way : ways) {
+        DialogAnswers answers;
+        answers.Then([&way](HWND dialog) {
+            SendMessageA(dialog, WM_COMMAND, 99, 0);
+            EXPECT_TRUE(IsWindow(dialog)) << "another command does not";
+            PostMessageA(way.Message == WM_KEYDOWN ? GetFocus() : dialog, way.Message, way.WParam, 0);
+        });
+        Command(293);
+        EXPECT_EQ(1u, answers.Seen().size()) << way.Message << ' ' << way.WParam;
+    }
+}
+
+TEST_F(Commands, AboutLeavesNoDrawingObjectBehind)
+{
+    const auto lookAtAbout = [] {
+        DialogAnswers answers;
+        answers.Then([](HWND dialog) {
+            RedrawWindow(dialog, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+            PressButton(dialog, IDOK);
+        });
+        Command(293);
+    };
+    lookAtAbout(); // what the system makes once and keeps
+    const int before = FreeGdiObjects();
+    for (int i = 0; i < 3; ++i) {
+        lookAtAbout();
+    }
+    EXPECT_EQ(before, FreeGdiObjects());
+}
+
 TEST_F(Commands, AGreyCommandIsNotPassedOn)
 {
     const ReplacedCall replaced("DefWindowProcA", reinterpret_cast<void*>(NoteDefault));

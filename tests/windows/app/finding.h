@@ -135,7 +135,7 @@ protected:
         CheckCommand(IDM_VIEW_HEX, false);
         CheckCommand(IDM_VIEW_TEXT, true);
         Find = FindState{};
-        App.ClosedOnIconize = false;
+        App.FileReleased = false;
     }
 
     static void Command(UINT id) { SendMessageA(Windows.Main, WM_COMMAND, id, 0); }

@@ -110,7 +110,7 @@ TEST_F(FrameWindow, MinimizingReleasesTheFileAndRestoringTakesItBack)
     EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
     EXPECT_NE(0, Document.FileHandle);
     EXPECT_TRUE(View.FileShown);
-    EXPECT_FALSE(App.ClosedOnIconize);
+    EXPECT_FALSE(App.FileReleased);
 }
 
 TEST_F(FrameWindow, APathOf259CharactersOpens)
@@ -175,7 +175,7 @@ TEST_F(FrameWindow, AFileThatChangedWhileItWasAnIconIsReportedAndOpenedAnew)
     EXPECT_EQ("The current file has changed and will be reopened", answers.OnlyText());
     EXPECT_TRUE(View.FileShown);
     EXPECT_EQ(2, Document.LineCount);
-    EXPECT_FALSE(App.ClosedOnIconize);
+    EXPECT_FALSE(App.FileReleased);
 }
 
 TEST_F(FrameWindow, AFileOpenedWhileTheChangeIsReportedStays)
@@ -223,7 +223,7 @@ TEST_F(FrameWindow, RestoringAnIconWithoutAFileAsksNothing)
 {
     const DialogAnswers none;
     SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
-    EXPECT_FALSE(App.ClosedOnIconize);
+    EXPECT_FALSE(App.FileReleased);
     EXPECT_EQ(1, SendMessageA(Windows.Main, WM_QUERYOPEN, 0, 0));
 }
 

@@ -93,12 +93,12 @@ TEST_F(Opening, ForgetsWhatBelongedToTheFileBefore)
     View.HiliteLine = 2;
     View.HiliteLen = 3;
     SendMessageA(Windows.Main, WM_SIZE, SIZE_MINIMIZED, 0);
-    ASSERT_TRUE(App.ClosedOnIconize);
+    ASSERT_TRUE(App.FileReleased);
     OpenSequence(Windows.Main, file.Path());
     EXPECT_EQ(0, View.MarkCurrent);
     EXPECT_EQ(0, View.MarkA);
     EXPECT_EQ(0, View.MarkB);
     EXPECT_EQ(0, View.HiliteLine);
     EXPECT_EQ(0, View.HiliteLen);
-    EXPECT_FALSE(App.ClosedOnIconize);
+    EXPECT_FALSE(App.FileReleased);
 }

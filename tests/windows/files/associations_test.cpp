@@ -206,6 +206,32 @@ TEST_F(Associations, AKeyTooLongForAnExtensionDoesNotEndTheSearch)
     EXPECT_EQ("ZzzClass", Called("zzz"));
 }
 
+TEST_F(Associations, MoreExtensionsThanTheTableHoldsAreLeftOut)
+{
+    for (int i = 0; i < 300; ++i) {
+        Register(".0" + std::to_string(1000 + i), "KvaClass");
+    }
+    EnterInProfile("xyz");
+    BuildAssociations();
+    int known = 0;
+    for (int i = 0; i < 300; ++i) {
+        known += Called(("0" + std::to_string(1000 + i)).c_str()) == "KvaClass";
+    }
+    EXPECT_EQ(199, known) << "they come first among the classes";
+    EXPECT_EQ("none", Called("xyz")) << "the profile is read last";
+}
+
+TEST_F(Associations, EveryExtensionOfAFullTableHasItsOwnDescription)
+{
+    for (int i = 0; i < 199; ++i) {
+        Register(".0" + std::to_string(1000 + i), "KvClass" + std::to_string(1000 + i));
+    }
+    BuildAssociations();
+    for (int i = 0; i < 199; ++i) {
+        EXPECT_EQ("KvClass" + std::to_string(1000 + i), Called(("0" + std::to_string(1000 + i)).c_str()));
+    }
+}
+
 TEST_F(Associations, BuildingAnewForgetsWhatIsGone)
 {
     Register(".kva", "KvaClass");

@@ -167,6 +167,34 @@ TEST_F(FileTexts, SummerTimeIsThatOfTheDayOfTheModification)
     EXPECT_EQ("07/15/99  12:00", Modified(1999, 7, 15, 12, 0));
 }
 
+TEST_F(FileTexts, TheLongTextsAreOfTheUsersTimeZoneToo)
+{
+    const ReplacedCall replaced("SystemTimeToTzSpecificLocalTime", reinterpret_cast<void*>(TwoHoursLater));
+    FileInfo info;
+    info.Time = 805809907; // 15 July 1995, 12:05:07 in UTC
+    char date[LongDateSize];
+    char time[LongTimeSize];
+    LongDateText(info, date);
+    LongTimeText(info, time);
+    EXPECT_STREQ("Sat 15 Jul, 1995", date);
+    EXPECT_STREQ("at 02:05:07 PM", time);
+}
+
+TEST_F(FileTexts, TheLongTextsDoNotFollowTheUsersSettings)
+{
+    const ReplacedCall replaced("SystemTimeToTzSpecificLocalTime", reinterpret_cast<void*>(TwoHoursLater));
+    Intl.Order = YearMonthDay;
+    Intl.TimeFormat = 1;
+    FileInfo info;
+    info.Time = 0;
+    char date[LongDateSize];
+    char time[LongTimeSize];
+    LongDateText(info, date);
+    LongTimeText(info, time);
+    EXPECT_STREQ("Thu 01 Jan, 1970", date);
+    EXPECT_STREQ("at 02:00:00 AM", time);
+}
+
 TEST_F(FileTexts, TheLastTimeThereIsCanBeShown)
 {
     FileInfo info;
@@ -174,4 +202,7 @@ TEST_F(FileTexts, TheLastTimeThereIsCanBeShown)
     char text[FileDateSize];
     ModificationText(info, text);
     EXPECT_TRUE(strstr(text, "/138  ") != nullptr) << text;
+    char date[LongDateSize];
+    LongDateText(info, date);
+    EXPECT_TRUE(strstr(date, "Jan, 2038") != nullptr) << date;
 }

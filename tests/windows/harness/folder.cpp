@@ -1,12 +1,14 @@
 #include "harness/folder.h"
 
+#include <gtest/gtest.h>
+
 #include "document/file_list.h"
 
 #include <windows.h>
 
 ScratchFolder::ScratchFolder(const std::string& name) : Directory(ScratchPath(name))
 {
-    CreateDirectoryA(Directory.c_str(), nullptr);
+    EXPECT_TRUE(CreateDirectoryA(Directory.c_str(), nullptr)) << Directory << ", error " << GetLastError();
 }
 
 ScratchFolder::~ScratchFolder()
