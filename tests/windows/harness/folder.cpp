@@ -1,8 +1,8 @@
 #include "harness/folder.h"
 
-#include <gtest/gtest.h>
-
 #include "document/file_list.h"
+
+#include <gtest/gtest.h>
 
 #include <windows.h>
 
