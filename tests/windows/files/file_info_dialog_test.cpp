@@ -588,6 +588,17 @@ TEST_F(FileInformation, TheImportsLieOverTheVersionFields)
     });
 }
 
+// Each text leaves ink: none is beneath another control.
+TEST_F(FileInformation, EveryTextCanBeSeen)
+{
+    LookAt(KESTOVAR_EXE, [](HWND dialog) {
+        for (int control : {NameControl, SizeControl, TypeControl, LinesControl, DateControl, TimeControl,
+                            AttributesControl, DescriptionControl, VersionControl, CompanyControl}) {
+            EXPECT_LT(1, ColoursIn(PictureOfPlace(dialog, control))) << control;
+        }
+    });
+}
+
 TEST_F(FileInformation, NothingOfTheVersionShowsThroughTheImports)
 {
     ASSERT_TRUE(OpenNamedFile(Windows.Main, KESTOVAR_EXE));
