@@ -8,6 +8,7 @@
 #define ID_CHILD_RULER 2
 #define ID_CHILD_STATUS 3
 #define ID_CHILD_BUTTONS 4
+#define ID_CHILD_BUBBLE 5
 #define ID_CHILD_THUMB 6
 
 // Commands. The status line's help text for a command is string (command id - 200), see
@@ -91,6 +92,47 @@
 #define IDC_DELETE_ICON 331
 #define IDC_DELETE_YES 1
 #define IDC_DELETE_NO 2
+
+// The strip of button faces.
+#define IDB_BUTTON_FACES 1
+
+// The button that asks for help, in every dialog that has one.
+#define IDC_ASK_HELP 998
+
+// The BTNBAR dialog.
+#define IDC_BAR_AVAILABLE 102
+#define IDC_BAR_CHOSEN 103
+#define IDC_BAR_ADD 104
+#define IDC_BAR_REMOVE 105
+#define IDC_BAR_UP 106
+#define IDC_BAR_DOWN 107
+#define IDC_BAR_BUBBLES 108
+
+// The COLOURS dialog; IDC_COLOUR_FIRST + i is palette index i.
+#define IDC_COLOUR_FIRST 300
+#define IDC_COLOUR_LAST 315
+#define IDC_COLOUR_REGION 320
+#define IDC_COLOUR_SAMPLE 321
+#define IDC_COLOUR_FOREGROUND 322
+#define IDC_COLOUR_BACKGROUND 323
+
+// The SETLEN dialog.
+#define IDC_LINE_LENGTH 390
+
+// The PREFER dialog.
+#define IDC_PREFER_EBCDIC 800
+#define IDC_PREFER_OEM 801
+#define IDC_PREFER_EXPAND_TABS 810
+#define IDC_PREFER_TAB_SIZE 811
+#define IDC_PREFER_RULER 820
+#define IDC_PREFER_SCROLL_BARS 821
+#define IDC_PREFER_STATUS_LINE 822
+#define IDC_PREFER_BUTTON_BAR 823
+#define IDC_PREFER_EDITOR 830
+#define IDC_PREFER_MINIMISE 831
+#define IDC_PREFER_LOAD_ON_DELETE 832
+#define IDC_PREFER_AUTO_ZIP 833
+#define IDC_PREFER_MAXIMISE 834
 
 // The FINFO dialog.
 #define IDC_INFO_NAME 410
