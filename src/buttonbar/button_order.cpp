@@ -1,8 +1,12 @@
 #include "buttonbar/button_order.h"
 
+#include "base/text.h"
+
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 ButtonBarState ButtonBar;
 
@@ -32,5 +36,25 @@ void ParseButtonOrder(const char* text, ButtonBarState& bar)
         if (button >= 0 && button < ButtonTotal) {
             PlaceButton(bar, slot, button);
         }
+    }
+}
+
+void SetButtonOrder(const int* buttons, int count, ButtonBarState& bar)
+{
+    std::fill(std::begin(bar.Position), std::end(bar.Position), std::uint16_t{0});
+    std::fill(std::begin(bar.ButtonOrder), std::end(bar.ButtonOrder), std::int16_t{0});
+    bar.ButtonCount = std::min(count, ButtonTotal);
+    for (int slot = 0; slot < bar.ButtonCount; ++slot) {
+        PlaceButton(bar, slot, buttons[slot]);
+    }
+}
+
+void FormatButtonOrder(const ButtonBarState& bar, char (&text)[ButtonTextSize])
+{
+    text[0] = '\0';
+    for (int slot = 0; slot < bar.ButtonCount; ++slot) {
+        char digits[8];
+        snprintf(digits, sizeof digits, "%02i", bar.ButtonOrder[slot]);
+        AppendText(text, digits);
     }
 }

@@ -21,3 +21,9 @@ constexpr std::size_t ButtonTextSize = 60;
 // Lays the bar out from text, a run of two-digit decimal button numbers. A number of 24 or more leaves
 // its slot as it was; an empty text gives the first 17 buttons.
 void ParseButtonOrder(const char* text, ButtonBarState& bar);
+
+// Puts count buttons on the bar, in this order; 0 empties it.
+void SetButtonOrder(const int* buttons, int count, ButtonBarState& bar);
+
+// The setting that ParseButtonOrder reads back.
+void FormatButtonOrder(const ButtonBarState& bar, char (&text)[ButtonTextSize]);

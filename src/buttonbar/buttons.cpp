@@ -6,7 +6,7 @@ ButtonInfo ButtonTable[ButtonTotal] = {
     {IDM_FILE_OPEN, true},         {IDM_FILE_PREVIOUS, false},
     {IDM_FILE_NEXT, false},        {IDM_FILE_PRINT, false},
     {IDM_FILE_INFORMATION, false}, {IDM_EDIT_COPY, false},
-    {IDM_SEARCH_FIND, false},      {IDM_SEARCH_FIND_NEXT, false},
+    {IDM_SEARCH_FIND, false},      {IDM_SEARCH_FIND_NEXT, false, true},
     {IDM_VIEW_TEXT, true},         {IDM_VIEW_HEX, true},
     {IDM_VIEW_ZIP, false},         {IDM_OPTIONS_FONT, true},
     {IDM_OPTIONS_COLOURS, true},   {IDM_HELP_CONTENTS, true},
@@ -16,8 +16,3 @@ ButtonInfo ButtonTable[ButtonTotal] = {
     {IDM_FILE_DELETE, false},      {IDM_VIEW_LOCK, false},
     {IDM_FONT_INCREASE, false},    {IDM_FONT_DECREASE, false},
 };
-
-void SetButtonEnabled(int button, bool enabled)
-{
-    ButtonTable[button].Enabled = enabled;
-}

@@ -28,8 +28,7 @@ enum ButtonNumber {
 struct ButtonInfo {
     std::uint16_t Command;
     bool Enabled;
+    bool HasShiftVariant = false; // with Shift held it gives the command after its own
 };
 
 extern ButtonInfo ButtonTable[ButtonTotal];
-
-void SetButtonEnabled(int button, bool enabled);

@@ -45,3 +45,22 @@ private:
     HDC Dc;
     HGDIOBJ Before;
 };
+
+// A device context in memory, compatible with another, that draws into or from a bitmap. The bitmap stays the
+// caller's.
+class BitmapDc {
+public:
+    BitmapDc(HDC like, HBITMAP bitmap) : Dc(CreateCompatibleDC(like)), Before(SelectObject(Dc, bitmap)) {}
+    ~BitmapDc()
+    {
+        SelectObject(Dc, Before);
+        DeleteDC(Dc);
+    }
+    BitmapDc(const BitmapDc&) = delete;
+    BitmapDc& operator=(const BitmapDc&) = delete;
+    operator HDC() const { return Dc; }
+
+private:
+    HDC Dc;
+    HGDIOBJ Before;
+};

@@ -104,7 +104,7 @@ void ShowText(HWND window)
 void OnPaint(HWND window)
 {
     PaintDc paint(window);
-    if (ViewOptions.Background[StatusRegion] == PaletteLightGrey) {
+    if (BackgroundIndex(StatusRegion) == PaletteLightGrey) {
         DrawFrame(paint);
     }
     DrawStatusText(paint);
@@ -164,15 +164,6 @@ void OnDoubleClick()
     if (View.FileShown) {
         SendMessageA(Windows.Main, WM_COMMAND, IDM_SEARCH_GOTO, 0);
     }
-}
-
-SIZE MeasureStatusText(const char* text)
-{
-    WindowDc dc(Windows.Status);
-    SelectedObject font(dc, Status.StatusFont);
-    SIZE size = {};
-    GetTextExtentPoint32A(dc, text, static_cast<int>(strlen(text)), &size);
-    return size;
 }
 
 void FormatThumbText(std::int32_t line, std::uint32_t offset, char (&text)[40])
@@ -242,6 +233,20 @@ HWND CreateStatusWindow(HWND mainWindow)
 int StatusHeight()
 {
     return Status.StatusHeight;
+}
+
+HFONT StatusFont()
+{
+    return Status.StatusFont;
+}
+
+SIZE MeasureStatusText(const char* text)
+{
+    WindowDc dc(Windows.Status);
+    SelectedObject font(dc, Status.StatusFont);
+    SIZE size = {};
+    GetTextExtentPoint32A(dc, text, static_cast<int>(strlen(text)), &size);
+    return size;
 }
 
 void AnnounceReading()

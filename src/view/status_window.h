@@ -9,6 +9,10 @@ HWND CreateStatusWindow(HWND mainWindow);
 // Pixels the status line needs.
 int StatusHeight();
 
+// The font of the status line, and the size of a text in it.
+HFONT StatusFont();
+SIZE MeasureStatusText(const char* text);
+
 // Shows "Reading...". Cheap while that already stands there: indexing announces every block.
 void AnnounceReading();
 

@@ -55,19 +55,9 @@ TEST_F(Buttons, NamedNumbersAreThoseOfTheirCommands)
     }
 }
 
-TEST_F(Buttons, OneIsEnabledAndDisabledWithoutTheOthers)
+TEST_F(Buttons, OnlyRepeatFindDoesSomethingElseWithShift)
 {
     for (int button = 0; button < ButtonTotal; ++button) {
-        SetUp();
-        for (ButtonInfo& info : ButtonTable) {
-            info.Enabled = false;
-        }
-        SetButtonEnabled(button, true);
-        for (int other = 0; other < ButtonTotal; ++other) {
-            EXPECT_EQ(ButtonTable[other].Enabled, other == button) << button << " " << other;
-        }
-        SetButtonEnabled(button, false);
-        EXPECT_FALSE(ButtonTable[button].Enabled) << button;
-        TearDown();
+        EXPECT_EQ(ButtonTable[button].HasShiftVariant, button == ButtonRepeatFind) << button;
     }
 }
