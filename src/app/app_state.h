@@ -11,7 +11,6 @@
 
 struct AppState {
     char ProgramDir[MaxPathSize] = ""; // of the program file, up to and including its last backslash
-    char HelpPath[MaxPathSize] = "";
     char BatchPath[MaxPathSize] = "";
     CommandLine Start; // what the command line said
     RecentFiles Recent;
@@ -25,7 +24,6 @@ struct AppState {
     bool RedisplayZip = false;                  // the archive's listing is shown again
     bool BusyCursor = false;                    // show the wait cursor
     bool FileReleased = false;                  // it is closed for others, to be opened again
-    bool HelpUsed = false;
 };
 
 extern AppState App;

@@ -8,9 +8,12 @@
 #include "app/menu_state.h"
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
+#include "app/option_commands.h"
+#include "app/preferences_dialog.h"
 #include "app/selection_commands.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
+#include "base/help.h"
 #include "base/messages.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
@@ -228,26 +231,22 @@ void ToggleMenuBar(HWND mainWindow, UINT)
                   MF_BYCOMMAND | (AppOptions.SuppressMenu != 0 ? MF_CHECKED : MF_UNCHECKED));
 }
 
-void ShowHelp(HWND mainWindow, UINT command, ULONG_PTR topic)
-{
-    App.HelpUsed = true;
-    WinHelpA(mainWindow, App.HelpPath, command, topic);
-    RefreshStatus();
-}
-
 void HelpContents(HWND mainWindow, UINT id)
 {
     ShowHelp(mainWindow, HELP_FINDER, id);
+    RefreshStatus();
 }
 
 void HelpOnKeyboard(HWND mainWindow, UINT id)
 {
     ShowHelp(mainWindow, HELP_CONTEXT, id);
+    RefreshStatus();
 }
 
 void HelpOnHelp(HWND mainWindow, UINT id)
 {
     ShowHelp(mainWindow, HELP_HELPONHELP, id);
+    RefreshStatus();
 }
 
 void AboutKestovar(HWND mainWindow, UINT)
@@ -287,6 +286,13 @@ constexpr Command Table[] = {
     {IDM_VIEW_REDISPLAY_ZIP, RedisplayZip},
     {IDM_VIEW_LOCK, ToggleLock},
     {IDM_OPTIONS_SAVE, SaveAllSettings},
+    {IDM_FONT_INCREASE, IncreaseFontSize},
+    {IDM_FONT_DECREASE, DecreaseFontSize},
+    {IDM_OPTIONS_FONT, SelectFont},
+    {IDM_OPTIONS_PREFERENCES, AskPreferences},
+    {IDM_OPTIONS_BUTTON_BAR, CustomiseButtons},
+    {IDM_OPTIONS_COLOURS, SetColours},
+    {IDM_OPTIONS_LINE_LENGTH, SetLineLength},
     {IDM_HELP_CONTENTS, HelpContents},
     {IDM_HELP_KEYBOARD, HelpOnKeyboard},
     {IDM_HELP_USING, HelpOnHelp},
@@ -307,7 +313,8 @@ LRESULT DispatchCommand(HWND mainWindow, UINT message, UINT id, LPARAM lParam)
 {
     for (const Command& command : Table) {
         if (command.Id == RowOf(id)) {
-            if (IsCommandPossible(id)) {
+            // Close File is grey without a file, but its button, which also iconizes, is not.
+            if (IsCommandPossible(id) || id == IDM_FILE_CLOSE) {
                 command.Run(mainWindow, id);
             }
             return 0;

@@ -4,16 +4,21 @@
 #include "app/commands.h"
 #include "app/frame_layout.h"
 #include "app/hand_over.h"
+#include "app/menu_state.h"
 #include "app/open_sequence.h"
 #include "app/recent_menu.h"
+#include "app/region_objects.h"
 #include "app/release_file.h"
 #include "app/settings_file.h"
 #include "app/show_match.h"
 #include "app/walk_list.h"
+#include "base/help.h"
 #include "base/load_text.h"
 #include "base/messages.h"
+#include "buttonbar/button_bar_window.h"
 #include "document/block_cache.h"
 #include "document/document_state.h"
+#include "print/printer_selection.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/gdi_holders.h"
@@ -39,24 +44,6 @@ void AdaptToScreen()
     }
     Drawing.LogPixelsX = GetDeviceCaps(screen, LOGPIXELSX);
     Drawing.LogPixelsY = GetDeviceCaps(screen, LOGPIXELSY);
-}
-
-void CreateRegionObjects()
-{
-    Drawing.OutputBrush = CreateSolidBrush(BackgroundColour(OutputRegion));
-    Drawing.RulerBrush = CreateSolidBrush(BackgroundColour(RulerRegion));
-    Drawing.MarkedBrush = CreateSolidBrush(BackgroundColour(MarkedRegion));
-    Drawing.StatusBrush = CreateSolidBrush(BackgroundColour(StatusRegion));
-    Drawing.RulerPen = CreatePen(PS_SOLID, 1, ForegroundColour(RulerRegion));
-}
-
-void DeleteRegionObjects()
-{
-    DeleteObject(Drawing.OutputBrush);
-    DeleteObject(Drawing.RulerBrush);
-    DeleteObject(Drawing.MarkedBrush);
-    DeleteObject(Drawing.StatusBrush);
-    DeleteObject(Drawing.RulerPen);
 }
 
 void ExtendSystemMenu(HWND window)
@@ -139,9 +126,8 @@ void OnDestroy(HWND window)
         DeleteObject(Drawing.GreyBrush);
     }
     DeleteScreenFont();
-    if (App.HelpUsed) {
-        WinHelpA(window, App.HelpPath, HELP_QUIT, 0);
-    }
+    CloseHelp(window);
+    FreePrinterSelection();
     CloseDocument();
     if (GetMenu(window) == nullptr) {
         DestroyMenu(Windows.MainMenu); // hidden, so no window destroys it
@@ -168,6 +154,7 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
 {
     Windows.ClientWidth = width;
     Windows.ClientHeight = height;
+    DismissBubble();
     if (kind == SIZE_MINIMIZED) {
         ReleaseFileOfIcon();
     }
@@ -183,6 +170,12 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
         Repaint(Windows.Status);
     }
     MeasureViewAnew();
+}
+
+void OnWinIniChange()
+{
+    FreePrinterSelection(); // another printer may be the default one
+    LoadIntlSettings();
 }
 
 struct ScrollKey {
@@ -201,7 +194,9 @@ constexpr ScrollKey ScrollKeys[] = {
 void OnKeyDown(HWND window, WPARAM key)
 {
     if (key == VK_ESCAPE) {
-        SendMessageA(window, WM_COMMAND, EscCommand(), 0);
+        if (IsCommandPossible(EscCommand())) {
+            SendMessageA(window, WM_COMMAND, EscCommand(), 0);
+        }
         return;
     }
     for (const ScrollKey& scroll : ScrollKeys) {
@@ -259,7 +254,7 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_DESTROY: OnDestroy(window); return 0;
     case WM_SIZE: OnSize(wParam, LOWORD(lParam), HIWORD(lParam)); return 0;
     case WM_QUERYOPEN: TakeFileBack(window); return 1;
-    case WM_WININICHANGE: LoadIntlSettings(); return 0;
+    case WM_WININICHANGE: OnWinIniChange(); return 0;
     case WM_SETCURSOR: return OnSetCursor(window, wParam, lParam);
     case WM_KEYDOWN: OnKeyDown(window, wParam); return 0;
     case WM_COMMAND: return DispatchCommand(window, WM_COMMAND, LOWORD(wParam), lParam);
@@ -272,6 +267,11 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_BUSY_END: SetBusy(false); return 0;
     case WM_SHOW_MATCH: ShowMatch(static_cast<std::int32_t>(wParam), static_cast<std::int32_t>(lParam)); return 0;
     case WM_REMOVE_MATCH: RemoveMatch(static_cast<std::int32_t>(lParam)); return 0;
-    default: return DefWindowProcA(window, message, wParam, lParam);
+    case WM_ENTERMENULOOP:
+    case WM_ENABLE:
+    case WM_ACTIVATE:
+    case WM_MOVE: DismissBubble(); break;
+    default: break;
     }
+    return DefWindowProcA(window, message, wParam, lParam);
 }

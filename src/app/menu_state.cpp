@@ -2,6 +2,7 @@
 
 #include "app/app_state.h"
 #include "base/text.h"
+#include "buttonbar/button_bar_window.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
 #include "document/file_list.h"
@@ -22,16 +23,9 @@ constexpr int NoButton = -1;
 
 // What can be done with any open file.
 constexpr MenuButton NeedFile[] = {
-    {IDM_FILE_CLOSE, NoButton},
-    {IDM_FILE_PRINT, ButtonPrint},
-    {IDM_FILE_INFORMATION, ButtonInformation},
-    {IDM_SEARCH_GOTO, ButtonGoto},
-    {IDM_SEARCH_FIND, ButtonFind},
-    {IDM_EDIT_SELECT_ALL, NoButton},
-    {IDM_FILE_DELETE, ButtonDelete},
-    {IDM_EDIT_FILE, ButtonEdit},
-    {IDM_FONT_INCREASE, ButtonFontIncrease},
-    {IDM_FONT_DECREASE, ButtonFontDecrease},
+    {IDM_FILE_CLOSE, NoButton},      {IDM_FILE_PRINT, ButtonPrint},           {IDM_FILE_INFORMATION, ButtonInformation},
+    {IDM_SEARCH_GOTO, ButtonGoto},   {IDM_SEARCH_FIND, ButtonFind},           {IDM_EDIT_SELECT_ALL, NoButton},
+    {IDM_FILE_DELETE, ButtonDelete}, {IDM_FONT_INCREASE, ButtonFontIncrease}, {IDM_FONT_DECREASE, ButtonFontDecrease},
 };
 
 bool HasEditor()
@@ -50,6 +44,14 @@ LaunchMode ClassifyLaunch(const char* path)
     facts.ImageMachine = Details.ImageMachine;
     facts.IsAssociated = facts.HasExtension && LookupAssociation(extension + 1, App.TypeDescription);
     return DecideLaunch(facts);
+}
+
+void SetLaunchState(bool fileOpen, const char* path)
+{
+    EnableCommandAndButton(IDM_EDIT_FILE, ButtonEdit, fileOpen && HasEditor());
+    App.TypeDescription[0] = '\0';
+    App.Launch = fileOpen ? ClassifyLaunch(path) : LaunchMode::None;
+    EnableCommandAndButton(IDM_FILE_LAUNCH, ButtonLaunch, App.Launch != LaunchMode::None);
 }
 
 } // namespace
@@ -101,15 +103,15 @@ void SetFileMenuState(bool fileOpen, const char* path)
     for (const MenuButton& item : NeedFile) {
         EnableCommandAndButton(item.Id, item.Button, fileOpen);
     }
-    if (!HasEditor()) {
-        EnableCommandAndButton(IDM_EDIT_FILE, ButtonEdit, false);
-    }
     EnableLock(fileOpen && Document.IsText);
     SetSelectionMenuState(false);
     ForgetSearch();
-    App.TypeDescription[0] = '\0';
-    App.Launch = fileOpen ? ClassifyLaunch(path) : LaunchMode::None;
-    EnableCommandAndButton(IDM_FILE_LAUNCH, ButtonLaunch, App.Launch != LaunchMode::None);
+    SetLaunchState(fileOpen, path);
+}
+
+void ShowLaunchState()
+{
+    SetLaunchState(View.FileShown, App.CurrentPath);
 }
 
 void SetListMenuState()

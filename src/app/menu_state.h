@@ -17,6 +17,9 @@ bool IsCommandPossible(UINT id);
 // file, App.Launch says from then on how it can be launched.
 void SetFileMenuState(bool fileOpen, const char* path);
 
+// Follows the choice of an editor.
+void ShowLaunchState();
+
 // Follows the file list and the archive.
 void SetListMenuState();
 

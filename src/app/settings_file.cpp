@@ -172,12 +172,8 @@ void SaveButtonSettings()
     if (ButtonBar.ButtonCount == 0) {
         return;
     }
-    char text[ButtonTextSize] = "";
-    for (int slot = 0; slot < ButtonBar.ButtonCount; ++slot) {
-        char digits[8];
-        snprintf(digits, sizeof digits, "%02i", ButtonBar.ButtonOrder[slot]);
-        AppendText(text, digits);
-    }
+    char text[ButtonTextSize];
+    FormatButtonOrder(ButtonBar, text);
     WriteString("Buttons", text);
     WriteSettingInt("ShowBubbles", ButtonBar.ShowBubbles);
 }

@@ -7,9 +7,12 @@
 #include "app/walk_list.h"
 #include "app/window_classes.h"
 #include "app/window_placement.h"
+#include "base/help.h"
 #include "base/text.h"
+#include "buttonbar/button_bar_window.h"
 #include "document/document_state.h"
 #include "files/associations.h"
+#include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/status_window.h"
 #include "view/view_state.h"
@@ -30,8 +33,8 @@ void FindProgramDirectory()
         backslash[1] = '\0';
     }
     CopyText(App.ProgramDir, path);
-    CopyText(App.HelpPath, path);
-    AppendText(App.HelpPath, "KESTOVAR.HLP");
+    CopyText(Help.Path, path);
+    AppendText(Help.Path, "KESTOVAR.HLP");
 }
 
 ScreenMeasures MeasureScreen()
@@ -58,6 +61,15 @@ ProgramKind CurrentProgram()
     return View.FileShown && App.Info.FileType == DosProgram ? ProgramKind::OfDos : ProgramKind::None;
 }
 
+UINT LaunchHelp()
+{
+    switch (App.Launch) {
+    case LaunchMode::Program: return IDS_HELP_LAUNCH_PROGRAM;
+    case LaunchMode::Edit: return IDS_HELP_EDIT_FILE;
+    default: return IDS_HELP_LAUNCH;
+    }
+}
+
 void WireRooms()
 {
     DocumentCalls.AnnounceReading = AnnounceReading;
@@ -65,6 +77,7 @@ void WireRooms()
     ViewCalls.SelectionChanged = SetSelectionMenuState;
     ViewCalls.ShowFileList = RunSelectList;
     ViewCalls.CurrentProgram = CurrentProgram;
+    ButtonBarCalls.LaunchHelp = LaunchHelp;
 }
 
 void LoadCursors()

@@ -1,15 +1,14 @@
 #include "app/window_classes.h"
 
 #include "app/frame_window.h"
+#include "buttonbar/bubble.h"
+#include "buttonbar/button_bar_window.h"
 #include "view/frame_windows.h"
 #include "view/ruler_window.h"
 #include "view/status_window.h"
 #include "view/view_window.h"
 
 namespace {
-
-// For the bar, which is empty so far and all background, and for its bubbles.
-constexpr WNDPROC NoProcedure = DefWindowProcA;
 
 WNDCLASSA MakeClass(HINSTANCE instance, const char* name, UINT style, WNDPROC procedure)
 {
@@ -70,7 +69,7 @@ void RegisterFrameClass(HINSTANCE instance)
 
 void RegisterButtonClass(HINSTANCE instance)
 {
-    WNDCLASSA bar = MakeClass(instance, "KstvBt", CS_HREDRAW | CS_VREDRAW, NoProcedure);
+    WNDCLASSA bar = MakeClass(instance, "KstvBt", CS_HREDRAW | CS_VREDRAW, ButtonWndProc);
     bar.hbrBackground = CreateSolidBrush(GetSysColor(COLOR_BTNFACE));
     RegisterClassA(&bar);
 }
@@ -84,6 +83,6 @@ void RegisterKstvClasses(HINSTANCE instance)
     RegisterPlain(instance, "KstvRl", CS_HREDRAW | CS_VREDRAW, RulerWndProc);
     RegisterPlain(instance, "KstvSt", CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS, StatusWndProc);
     RegisterButtonClass(instance);
-    RegisterPlain(instance, "KstvBb", 0, NoProcedure);
+    RegisterPlain(instance, "KstvBb", 0, BubbleWndProc);
     RegisterPlain(instance, "KstvSb", 0, ScrollWndProc);
 }

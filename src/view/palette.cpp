@@ -7,21 +7,31 @@ std::uint32_t Palette[PaletteSize] = {
 
 namespace {
 
-std::uint32_t PaletteColour(std::int32_t index, std::int32_t defaultIndex)
+std::int32_t BoundIndex(std::int32_t index, std::int32_t defaultIndex)
 {
-    return Palette[index >= 0 && index < PaletteSize ? index : defaultIndex];
+    return index >= 0 && index < PaletteSize ? index : defaultIndex;
 }
 
 const ViewSettings Defaults;
 
 } // namespace
 
+std::int32_t ForegroundIndex(ColourRegion region)
+{
+    return BoundIndex(ViewOptions.Foreground[region], Defaults.Foreground[region]);
+}
+
+std::int32_t BackgroundIndex(ColourRegion region)
+{
+    return BoundIndex(ViewOptions.Background[region], Defaults.Background[region]);
+}
+
 std::uint32_t ForegroundColour(ColourRegion region)
 {
-    return PaletteColour(ViewOptions.Foreground[region], Defaults.Foreground[region]);
+    return Palette[ForegroundIndex(region)];
 }
 
 std::uint32_t BackgroundColour(ColourRegion region)
 {
-    return PaletteColour(ViewOptions.Background[region], Defaults.Background[region]);
+    return Palette[BackgroundIndex(region)];
 }

@@ -74,3 +74,21 @@ void RestoreScreenFont()
         CreateScreenFont(false);
     }
 }
+
+void StepScreenFont(FontStep step)
+{
+    if (View.SubstituteFixedFont || !StepFontSize(ViewOptions.FontSize, step, Drawing.LogPixelsY)) {
+        MessageBeep(0);
+        return;
+    }
+    CreateScreenFont(false);
+}
+
+void UseChosenFont()
+{
+    View.SubstituteFixedFont = false;
+    CreateScreenFont(false);
+    if (View.FileShown && View.HexMode) {
+        SubstituteScreenFont();
+    }
+}

@@ -1,6 +1,8 @@
 // The font that the view is written in.
 #pragma once
 
+#include "view/font_step.h"
+
 // Builds the view font from the settings, or takes the stock fixed-pitch font, measures it and, once
 // there is a view, lays the frame out anew and repaints.
 void CreateScreenFont(bool useStock);
@@ -16,3 +18,9 @@ void SubstituteScreenFont();
 
 // Back to the chosen font.
 void RestoreScreenFont();
+
+// Makes the font a step larger or smaller; beeps at the end of the steps, and while another font stands in for it.
+void StepScreenFont(FontStep step);
+
+// The settings name another font: it is put to use, in a dump only if it is of fixed pitch.
+void UseChosenFont();

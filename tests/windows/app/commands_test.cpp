@@ -3,6 +3,7 @@
 #include "app/app_state.h"
 #include "app/menu_state.h"
 #include "app/open_sequence.h"
+#include "base/help.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
 #include "document/file_list.h"
@@ -62,7 +63,7 @@ protected:
         Goto = GotoState{};
         App.RedisplayZip = false;
         App.ArchivePath[0] = '\0';
-        App.HelpUsed = false;
+        Help.Used = false;
     }
 
     static LRESULT Command(UINT id) { return SendMessageA(Windows.Main, WM_COMMAND, id, 0); }
@@ -592,9 +593,9 @@ TEST_F(Commands, HelpIsAskedForByTopicAndRememberedAsUsed)
         UINT Command;
     } topics[] = {{290, HELP_FINDER}, {291, HELP_CONTEXT}, {292, HELP_HELPONHELP}};
     for (const auto& topic : topics) {
-        App.HelpUsed = false;
+        Help.Used = false;
         Command(topic.Id);
-        EXPECT_TRUE(App.HelpUsed);
+        EXPECT_TRUE(Help.Used);
         ASSERT_FALSE(help.Seen().empty());
         const HelpRequest& request = help.Seen().back();
         EXPECT_EQ(Windows.Main, request.Window);
@@ -618,7 +619,7 @@ TEST_F(Commands, HelpIsToldToQuitOnlyWhenItWasUsed)
     EndProgram();
     ASSERT_EQ(2u, help.Seen().size());
     EXPECT_EQ(static_cast<UINT>(HELP_QUIT), help.Seen()[1].Command);
-    App.HelpUsed = false;
+    Help.Used = false;
     StartProgramOnce();
 }
 
@@ -683,7 +684,7 @@ TEST_F(Commands, AGreyCommandIsNotPassedOn)
 {
     const ReplacedCall replaced("DefWindowProcA", reinterpret_cast<void*>(NoteDefault));
     DefaultCalls.clear();
-    for (const UINT id : {222, 225, 226, 229, 251, 263, 273, 274}) {
+    for (const UINT id : {225, 226, 229, 251, 263, 273, 274}) {
         EXPECT_EQ(0, Command(id)) << id;
     }
     EXPECT_TRUE(DefaultCalls.empty());

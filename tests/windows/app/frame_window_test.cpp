@@ -158,8 +158,17 @@ TEST_F(FrameWindow, CommandsThatNeedAFileDoNothingWithoutOne)
     EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_EDIT_SELECT_ALL, 0));
     EXPECT_EQ(0, View.SelLineA);
     EXPECT_EQ(0, View.SelLineB);
-    EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_CLOSE, 0));
+    SendMessageA(Windows.Main, WM_KEYDOWN, VK_ESCAPE, 0);
     EXPECT_FALSE(IsIconic(Windows.Main));
+}
+
+// Its button says so, and is never greyed.
+TEST_F(FrameWindow, CloseFileIconizesAlsoWithoutAFile)
+{
+    ASSERT_FALSE(View.FileShown);
+    EXPECT_EQ(0, SendMessageA(Windows.Main, WM_COMMAND, IDM_FILE_CLOSE, 0));
+    EXPECT_TRUE(IsIconic(Windows.Main));
+    ShowWindow(Windows.Main, SW_SHOWNORMAL);
 }
 
 TEST_F(FrameWindow, AFileThatChangedWhileItWasAnIconIsReportedAndOpenedAnew)

@@ -2,6 +2,8 @@
 
 #include "app/app_state.h"
 #include "app/open_sequence.h"
+#include "base/text.h"
+#include "buttonbar/button_bar_window.h"
 #include "buttonbar/buttons.h"
 #include "document/document_state.h"
 #include "document/file_list.h"
@@ -394,4 +396,78 @@ TEST_F(LaunchState, AProgramWithoutAnExtensionIsNotRun)
 {
     const ScratchFile program("launch", ProgramFor(MachineI386));
     EXPECT_EQ(LaunchMode::None, ModeOf(program.Path()));
+}
+
+TEST_F(LaunchState, FollowsTheEditorThatIsChosenWhileATextIsShown)
+{
+    const ScratchFile file("launch.kv1", "text");
+    ASSERT_EQ(LaunchMode::Edit, ModeOf(file.Path()));
+    AppOptions.EditorName[0] = '\0';
+    ShowLaunchState();
+    EXPECT_EQ(LaunchMode::None, App.Launch);
+    EXPECT_TRUE(IsGrey(223));
+    EXPECT_FALSE(IsOn(14));
+    EXPECT_TRUE(IsGrey(252));
+    EXPECT_FALSE(IsOn(19));
+    AppOptions = AppSettings{};
+    ShowLaunchState();
+    EXPECT_EQ(LaunchMode::Edit, App.Launch);
+    EXPECT_FALSE(IsGrey(223));
+    EXPECT_TRUE(IsOn(14));
+    EXPECT_FALSE(IsGrey(252));
+    EXPECT_TRUE(IsOn(19));
+}
+
+TEST_F(LaunchState, WhatNeedsNoEditorStaysWithoutOne)
+{
+    Associate("kv1");
+    const ScratchFile file("launch.kv1", "text");
+    ASSERT_EQ(LaunchMode::Associated, ModeOf(file.Path()));
+    AppOptions.EditorName[0] = '\0';
+    ShowLaunchState();
+    EXPECT_EQ(LaunchMode::Associated, App.Launch);
+    EXPECT_STREQ("KV1 File", App.TypeDescription);
+    EXPECT_FALSE(IsGrey(223));
+    EXPECT_TRUE(IsOn(14));
+    EXPECT_TRUE(IsGrey(252));
+    EXPECT_FALSE(IsOn(19));
+}
+
+TEST_F(LaunchState, AnEditorMakesNothingPossibleWithoutAFile)
+{
+    Document.IsText = true;
+    for (const char* editor : {"", "notepad"}) {
+        CopyText(AppOptions.EditorName, editor);
+        SetAll(true);
+        ShowLaunchState();
+        EXPECT_EQ(LaunchMode::None, App.Launch);
+        EXPECT_STREQ("", App.TypeDescription);
+        EXPECT_TRUE(IsGrey(223));
+        EXPECT_FALSE(IsOn(14));
+        EXPECT_TRUE(IsGrey(252));
+        EXPECT_FALSE(IsOn(19));
+    }
+}
+
+TEST_F(LaunchState, TheChoiceOfAnEditorTouchesNothingElse)
+{
+    const ScratchFile file("launch.kv1", "text");
+    Open(file.Path());
+    for (const bool before : {true, false}) {
+        View.SelLineA = View.SelLineB = 1;
+        Find.FindSucceeded = before;
+        SetAll(before);
+        ShowLaunchState();
+        EXPECT_EQ(1, View.SelLineA);
+        EXPECT_EQ(before, Find.FindSucceeded);
+        for (const UINT id : {221, 222, 224, 225, 226, 229, 232, 250, 251, 260, 261, 262, 263, 272, 274, 275, 276}) {
+            EXPECT_EQ(!before, IsGrey(id)) << id;
+        }
+        for (int button = 0; button < ButtonTotal; ++button) {
+            if (button != 14 && button != 19) {
+                EXPECT_EQ(before, IsOn(button)) << button;
+            }
+        }
+    }
+    Find.FindSucceeded = false;
 }

@@ -1,0 +1,7 @@
+// The dialog of the settings that belong to no other.
+#pragma once
+
+#include <windows.h>
+
+// Command: asks, and puts what is confirmed to use at once.
+void AskPreferences(HWND mainWindow, UINT id);

@@ -1,0 +1,54 @@
+#include "view/line_length_dialog.h"
+
+#include "base/messages.h"
+#include "document/document_state.h"
+#include "document/line_index.h"
+#include "resources/ids.h"
+
+#include <cstdlib>
+
+namespace {
+
+constexpr int MostLength = 255;
+
+bool TakeLength(HWND dialog)
+{
+    char text[5] = "";
+    GetDlgItemTextA(dialog, IDC_LINE_LENGTH, text, sizeof text);
+    const int length = atoi(text);
+    if (length < 1 || length > MostLength) {
+        ReportMessage(dialog, IDS_VALUE_INVALID);
+        return false;
+    }
+    SetFixedLineLength(length);
+    return true;
+}
+
+INT_PTR OnCommand(HWND dialog, int id)
+{
+    switch (id) {
+    case IDOK:
+        if (TakeLength(dialog)) {
+            EndDialog(dialog, 1);
+        }
+        return TRUE;
+    case IDCANCEL: EndDialog(dialog, 0); return TRUE;
+    default: return FALSE;
+    }
+}
+
+INT_PTR CALLBACK SetLineLengthDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM)
+{
+    switch (message) {
+    case WM_INITDIALOG: SetDlgItemInt(dialog, IDC_LINE_LENGTH, DocumentOptions.FixedLineLen, TRUE); return TRUE;
+    case WM_COMMAND: return OnCommand(dialog, LOWORD(wParam));
+    default: return FALSE;
+    }
+}
+
+} // namespace
+
+bool AskLineLength(HWND owner)
+{
+    return DialogBoxParamA(GetModuleHandleA(nullptr), "SETLEN", owner, SetLineLengthDlgProc, 0) == 1;
+}
