@@ -39,11 +39,6 @@ void AskAndOpen(HWND mainWindow, UINT)
     OpenFromDialog(mainWindow);
 }
 
-void RepaintView()
-{
-    InvalidateRect(Windows.View, nullptr, TRUE);
-}
-
 void CloseShownFile(HWND, UINT)
 {
     CloseAndClear();

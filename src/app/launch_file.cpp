@@ -58,7 +58,7 @@ void RecoverFile(HWND mainWindow)
         ClearFileList();
         CloseLostFile(mainWindow);
     } else {
-        InvalidateRect(Windows.View, nullptr, TRUE); // it may have been painted meanwhile
+        RepaintView(); // it may have been painted meanwhile
     }
 }
 

@@ -47,6 +47,6 @@ void SwitchMode(bool hexMode)
     } else {
         RestoreScreenFont();
     }
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
     PostMessageA(Windows.Status, WM_SHOW_POSITION, 0, 0);
 }

@@ -84,7 +84,7 @@ void ShowDocument(HWND mainWindow)
     UpdateTitle(mainWindow);
     SendMessageA(mainWindow, WM_COMMAND, Document.IsText ? IDM_VIEW_TEXT : IDM_VIEW_HEX, 0);
     MeasureViewAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
     InvalidateRect(Windows.Ruler, nullptr, TRUE);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
 }
@@ -95,7 +95,7 @@ void ReportFailure(HWND mainWindow, UINT stringId, const char* title)
     ReportMessage(mainWindow, stringId, title);
     SendMessageA(mainWindow, WM_BUSY_END, 0, 0);
     MeasureViewAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
 }
 
 enum class Origin { Named, Dialog };
@@ -186,7 +186,7 @@ void CloseAndClear()
     CloseDocument();
     ShowListState();
     MeasureViewAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
 }
 
 void UpdateTitle(HWND mainWindow)

@@ -27,11 +27,8 @@ void DecreaseFontSize(HWND, UINT)
 
 void SelectFont(HWND mainWindow, UINT)
 {
-    const HDC printer = GetPrinterDC();
+    const PrinterDc printer;
     ChooseScreenFont(mainWindow, printer);
-    if (printer != nullptr) {
-        DeleteDC(printer);
-    }
     RefreshStatus();
 }
 
@@ -50,7 +47,7 @@ void SetColours(HWND mainWindow, UINT)
     }
     DeleteRegionObjects();
     CreateRegionObjects();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
     InvalidateRect(Windows.Ruler, nullptr, TRUE);
     InvalidateRect(Windows.Status, nullptr, TRUE);
 }
@@ -77,5 +74,5 @@ void SetLineLength(HWND mainWindow, UINT)
     ForgetHighlight();
     SetSelectionMenuState(false);
     LayOutFrameAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
 }

@@ -2,20 +2,17 @@
 
 #include "app/app_state.h"
 #include "app/menu_state.h"
+#include "base/dialog_number.h"
 #include "base/help.h"
-#include "base/messages.h"
 #include "document/document_state.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/view_state.h"
 
-#include <cstdlib>
-
 namespace {
 
 constexpr ULONG_PTR HelpTopic = 100;
-constexpr int LeastTabSize = 2;
-constexpr int MostTabSize = 16;
+constexpr NumberField TabSize = {IDC_PREFER_TAB_SIZE, 2, 2, 16, IDS_TAB_SIZE_INVALID};
 
 // The boxes and what they set.
 constexpr struct {
@@ -55,20 +52,7 @@ void ShowSettings(HWND dialog)
     SetDlgItemInt(dialog, IDC_PREFER_TAB_SIZE, static_cast<UINT>(DocumentOptions.TabSize), TRUE);
 }
 
-// False, and that is reported, when it is none.
-bool ReadTabSize(HWND dialog, std::int32_t& tabSize)
-{
-    char text[3] = "";
-    GetDlgItemTextA(dialog, IDC_PREFER_TAB_SIZE, text, sizeof text);
-    tabSize = atoi(text);
-    if (tabSize < LeastTabSize || tabSize > MostTabSize) {
-        ReportMessage(dialog, IDS_TAB_SIZE_INVALID);
-        return false;
-    }
-    return true;
-}
-
-void TakeSettings(HWND dialog, std::int32_t tabSize)
+void TakeSettings(HWND dialog, int tabSize)
 {
     const std::int32_t tabSizeBefore = DocumentOptions.TabSize;
     const bool expandedBefore = DocumentOptions.Ptabs != 0;
@@ -84,13 +68,13 @@ void TakeSettings(HWND dialog, std::int32_t tabSize)
     }
     ShowLaunchState(); // there may be an editor now, or none any more
     LayOutFrameAnew();
-    InvalidateRect(Windows.View, nullptr, TRUE);
+    RepaintView();
 }
 
 INT_PTR OnOk(HWND dialog)
 {
-    std::int32_t tabSize = 0;
-    if (ReadTabSize(dialog, tabSize)) {
+    int tabSize = 0;
+    if (ReadNumber(dialog, TabSize, tabSize)) {
         TakeSettings(dialog, tabSize);
         EndDialog(dialog, 1);
     }

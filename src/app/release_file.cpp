@@ -48,7 +48,7 @@ void TakeFileBack(HWND mainWindow)
         if (Document.BlockCount == 1) {
             CloseFileHandle(); // it is held whole, and was only looked at
         }
-        InvalidateRect(Windows.View, nullptr, TRUE); // what was painted meanwhile may lack what could not be read
+        RepaintView(); // what was painted meanwhile may lack what could not be read
         break;
     }
 }

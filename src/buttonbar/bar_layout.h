@@ -1,6 +1,7 @@
 // Where the buttons of the bar and their bubbles lie.
 //
-// Slots count from 0, from the left; their coordinates are pixels of the bar's client area.
+// Slots count from 0, from the left; their coordinates are pixels of the bar's client area. A slot is used rather than
+// a button's position: a hand-edited setting may show a button in two slots, or one whose position is none.
 #pragma once
 
 #include <cstdint>

@@ -6,5 +6,23 @@
 // A device context of the selected printer, to be deleted by the caller; nullptr when there is no printer.
 HDC GetPrinterDC();
 
+// A device context of the selected printer for as long as the object lives; nullptr when there is no printer.
+class PrinterDc {
+public:
+    PrinterDc() : Dc(GetPrinterDC()) {}
+    ~PrinterDc()
+    {
+        if (Dc != nullptr) {
+            DeleteDC(Dc);
+        }
+    }
+    PrinterDc(const PrinterDc&) = delete;
+    PrinterDc& operator=(const PrinterDc&) = delete;
+    operator HDC() const { return Dc; }
+
+private:
+    HDC Dc;
+};
+
 // Forgets the selection and frees what it holds.
 void FreePrinterSelection();

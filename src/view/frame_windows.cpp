@@ -13,6 +13,11 @@ void LayOutFrameAnew()
     SendMessageA(Windows.Main, WM_SIZE, SIZE_RESTORED, MAKELPARAM(Windows.ClientWidth, Windows.ClientHeight));
 }
 
+void RepaintView()
+{
+    InvalidateRect(Windows.View, nullptr, TRUE);
+}
+
 void MeasureViewAnew()
 {
     RECT client;

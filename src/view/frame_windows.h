@@ -57,5 +57,8 @@ void RefreshStatus();
 // Lays the frame's children out anew in the size it has.
 void LayOutFrameAnew();
 
+// Has the view painted anew as a whole.
+void RepaintView();
+
 // Has the view compute its scroll ranges anew in the size it has.
 void MeasureViewAnew();

@@ -1,23 +1,18 @@
 #include "view/line_length_dialog.h"
 
-#include "base/messages.h"
+#include "base/dialog_number.h"
 #include "document/document_state.h"
 #include "document/line_index.h"
 #include "resources/ids.h"
 
-#include <cstdlib>
-
 namespace {
 
-constexpr int MostLength = 255;
+constexpr NumberField Length = {IDC_LINE_LENGTH, 4, 1, 255, IDS_VALUE_INVALID};
 
 bool TakeLength(HWND dialog)
 {
-    char text[5] = "";
-    GetDlgItemTextA(dialog, IDC_LINE_LENGTH, text, sizeof text);
-    const int length = atoi(text);
-    if (length < 1 || length > MostLength) {
-        ReportMessage(dialog, IDS_VALUE_INVALID);
+    int length = 0;
+    if (!ReadNumber(dialog, Length, length)) {
         return false;
     }
     SetFixedLineLength(length);

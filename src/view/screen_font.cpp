@@ -55,7 +55,7 @@ void CreateScreenFont(bool useStock)
     FontMetrics();
     if (Windows.View != nullptr) {
         LayOutFrameAnew();
-        InvalidateRect(Windows.View, nullptr, TRUE);
+        RepaintView();
     }
 }
 
