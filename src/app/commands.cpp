@@ -9,7 +9,6 @@
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
 #include "app/option_commands.h"
-#include "app/preferences_dialog.h"
 #include "app/selection_commands.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
@@ -284,7 +283,7 @@ constexpr Command Table[] = {
     {IDM_FONT_INCREASE, IncreaseFontSize},
     {IDM_FONT_DECREASE, DecreaseFontSize},
     {IDM_OPTIONS_FONT, SelectFont},
-    {IDM_OPTIONS_PREFERENCES, AskPreferences},
+    {IDM_OPTIONS_PREFERENCES, SetPreferences},
     {IDM_OPTIONS_BUTTON_BAR, CustomiseButtons},
     {IDM_OPTIONS_COLOURS, SetColours},
     {IDM_OPTIONS_LINE_LENGTH, SetLineLength},

@@ -1,6 +1,8 @@
 #include "app/option_commands.h"
 
+#include "app/line_length_dialog.h"
 #include "app/menu_state.h"
+#include "app/preferences_dialog.h"
 #include "app/region_objects.h"
 #include "app/settings_file.h"
 #include "buttonbar/customise_dialog.h"
@@ -11,7 +13,6 @@
 #include "view/choose_font.h"
 #include "view/colours_dialog.h"
 #include "view/frame_windows.h"
-#include "view/line_length_dialog.h"
 #include "view/screen_font.h"
 #include "view/view_state.h"
 
@@ -30,6 +31,11 @@ void SelectFont(HWND mainWindow, UINT)
     const PrinterDc printer;
     ChooseScreenFont(mainWindow, printer);
     RefreshStatus();
+}
+
+void SetPreferences(HWND mainWindow, UINT)
+{
+    AskPreferences(mainWindow);
 }
 
 void CustomiseButtons(HWND mainWindow, UINT)

@@ -6,6 +6,7 @@
 void IncreaseFontSize(HWND mainWindow, UINT id);
 void DecreaseFontSize(HWND mainWindow, UINT id);
 void SelectFont(HWND mainWindow, UINT id);
+void SetPreferences(HWND mainWindow, UINT id);
 void CustomiseButtons(HWND mainWindow, UINT id);
 void SetColours(HWND mainWindow, UINT id);
 void SetLineLength(HWND mainWindow, UINT id);

@@ -102,7 +102,7 @@ INT_PTR CALLBACK PreferencesDlgProc(HWND dialog, UINT message, WPARAM wParam, LP
 
 } // namespace
 
-void AskPreferences(HWND mainWindow, UINT)
+void AskPreferences(HWND mainWindow)
 {
     DialogBoxParamA(Windows.Instance, "PREFER", mainWindow, PreferencesDlgProc, 0);
 }

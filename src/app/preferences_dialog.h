@@ -3,5 +3,5 @@
 
 #include <windows.h>
 
-// Command: asks, and puts what is confirmed to use at once.
-void AskPreferences(HWND mainWindow, UINT id);
+// Asks, and puts what is confirmed to use at once.
+void AskPreferences(HWND mainWindow);

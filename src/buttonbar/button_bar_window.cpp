@@ -142,8 +142,8 @@ void OnLeftUp(HWND window, POINT point, WPARAM keys)
     }
     Bar.LeftPressing = false;
     ReleaseCapture();
-    RefreshStatus();
     if (!Bar.Pressed[Bar.PressSlot]) {
+        RefreshStatus();
         return;
     }
     Unpress(window);
@@ -224,9 +224,7 @@ void OnRest(HWND window)
         ShowBubble(window, slot);
         StartTimer(window, BubbleWatch);
     }
-    if (!Bar.LeftPressing) {
-        SetRectEmpty(&Bar.PressRect);
-    }
+    SetRectEmpty(&Bar.PressRect);
 }
 
 void OnTimer(HWND window)

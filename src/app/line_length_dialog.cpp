@@ -1,4 +1,4 @@
-#include "view/line_length_dialog.h"
+#include "app/line_length_dialog.h"
 
 #include "base/dialog_number.h"
 #include "document/document_state.h"
