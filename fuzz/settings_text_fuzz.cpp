@@ -7,10 +7,36 @@
 #include "buttonbar/button_order.h"
 #include "fuzz_input.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <vector>
 
 namespace {
+
+// Whether the slots all hold the buttons that their digits say.
+bool HoldsWhatItReads(const ButtonBarState& bar, const std::string& text)
+{
+    for (int slot = 0; 2 * static_cast<std::size_t>(slot) + 1 < text.size() && slot < bar.ButtonCount; ++slot) {
+        if (atoi(text.substr(2 * static_cast<std::size_t>(slot), 2).c_str()) != bar.ButtonOrder[slot]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CheckWrittenButtons(const ButtonBarState& bar, bool isExact)
+{
+    char text[ButtonTextSize];
+    FormatButtonOrder(bar, text);
+    Require(strlen(text) == 2 * static_cast<std::size_t>(bar.ButtonCount), "a button is written with two digits");
+    ButtonBarState read;
+    ParseButtonOrder(text, read);
+    Require(read.ButtonCount == bar.ButtonCount, "as many buttons are read back");
+    for (int i = 0; i < ButtonTotal; ++i) {
+        Require(read.ButtonOrder[i] == bar.ButtonOrder[i], "a slot is read back");
+        Require(!isExact || read.Position[i] == bar.Position[i], "a position is read back");
+    }
+}
 
 void CheckButtons(const std::string& text)
 {
@@ -23,6 +49,7 @@ void CheckButtons(const std::string& text)
         Require(slot <= bar.ButtonCount, "a button stands on the bar");
         Require(slot == 0 || bar.ButtonOrder[slot - 1] == i, "a button stands where it says");
     }
+    CheckWrittenButtons(bar, HoldsWhatItReads(bar, text));
 }
 
 void CheckShortened(const std::string& path, std::size_t limit)

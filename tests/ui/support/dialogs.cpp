@@ -226,12 +226,13 @@ int ExpectTextsFit(HWND dialog)
     constexpr int GroupEdges = 24;
     int count = 0;
     for (const DialogControl& control : ControlsOf(dialog)) {
-        if (control.Text.empty()) {
+        const LONG style = GetWindowLongA(control.Window, GWL_STYLE);
+        const bool icon = control.Class == "Static" && (style & SS_TYPEMASK) == SS_ICON; // its text is its name
+        if (control.Text.empty() || icon) {
             continue;
         }
         ++count;
         const SIZE place = ClientSize(control.Window);
-        const LONG style = GetWindowLongA(control.Window, GWL_STYLE);
         if (control.Class == "Static") {
             const UINT prefix = (style & SS_NOPREFIX) == 0 ? 0 : DT_NOPREFIX;
             const SIZE needed = ExtentOf(control.Text, DT_WORDBREAK | prefix, place.cx);

@@ -51,3 +51,31 @@ TEST_F(PaletteTest, IndexOutOfRangeCountsAsTheRegionsDefault)
         EXPECT_EQ(BackgroundColour(LockedRegion), 0x800000u) << index;
     }
 }
+
+TEST_F(PaletteTest, AnIndexOfThePaletteIsTheRegionsOwn)
+{
+    for (int region = 0; region < ColourRegionCount; ++region) {
+        for (int i = 0; i < PaletteSize; ++i) {
+            ViewOptions = ViewSettings{};
+            ViewOptions.Foreground[region] = i;
+            ViewOptions.Background[region] = PaletteSize - 1 - i;
+            EXPECT_EQ(ForegroundIndex(static_cast<ColourRegion>(region)), i);
+            EXPECT_EQ(BackgroundIndex(static_cast<ColourRegion>(region)), PaletteSize - 1 - i);
+        }
+    }
+}
+
+TEST_F(PaletteTest, AnIndexOutOfRangeIsReplacedByTheRegionsDefault)
+{
+    constexpr std::int32_t Foregrounds[] = {7, 0, 0, 0, 7};
+    constexpr std::int32_t Backgrounds[] = {1, 6, 6, 8, 9};
+    for (const std::int32_t index : {16, -1, 99, INT32_MAX, INT32_MIN}) {
+        for (int region = 0; region < ColourRegionCount; ++region) {
+            ViewOptions = ViewSettings{};
+            ViewOptions.Foreground[region] = ViewOptions.Background[region] = index;
+            EXPECT_EQ(ForegroundIndex(static_cast<ColourRegion>(region)), Foregrounds[region]) << index;
+            EXPECT_EQ(BackgroundIndex(static_cast<ColourRegion>(region)), Backgrounds[region]) << index;
+            EXPECT_EQ(ViewOptions.Foreground[region], index) << "the setting stays";
+        }
+    }
+}
