@@ -433,8 +433,9 @@ TEST_F(ColoursTest, UsingTheDialogAgainAndAgainLeavesNothingBehind)
 {
     Program program(Arguments());
     ASSERT_TRUE(Prepare(program));
+    constexpr int Uses = 6; // a round; the system keeps some objects for itself, but not one a use
     const auto round = [&](const Pair& pair) {
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < Uses; ++i) {
             SetColours(program, OutputWindow, pair);
         }
         EXPECT_TRUE(WaitUntil([&] { return IsTextOn(ReadRegion(program, OutputWindow), pair); }));
@@ -442,5 +443,5 @@ TEST_F(ColoursTest, UsingTheDialogAgainAndAgainLeavesNothingBehind)
     };
     round({Red, Green});
     const int before = round({Green, Red});
-    EXPECT_LE(round({Red, Green}), before + 2);
+    EXPECT_LT(round({Red, Green}), before + Uses);
 }

@@ -681,6 +681,8 @@ TEST_F(OptionCommands, OpeningAndCancellingEveryDialogManyTimesLeavesNoObjectBeh
 TEST_F(OptionCommands, TheButtonBarIsRepaintedAndSavedOnlyWhenItsDialogIsConfirmed)
 {
     CopyText(App.Start.SectionName, "test");
+    const ButtonBarState before = ButtonBar;
+    ParseButtonOrder("", ButtonBar); // an empty bar would not be saved
     for (const bool confirmed : {false, true}) {
         RemoveSettingsFile();
         const Mark mark(Windows.Buttons);
@@ -690,5 +692,6 @@ TEST_F(OptionCommands, TheButtonBarIsRepaintedAndSavedOnlyWhenItsDialogIsConfirm
         GetPrivateProfileStringA("test", "Buttons", "", order, sizeof order, SettingsFilePath().c_str());
         EXPECT_EQ(confirmed, order[0] != '\0') << order;
     }
+    ButtonBar = before;
     RemoveSettingsFile();
 }
