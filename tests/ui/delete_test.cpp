@@ -343,7 +343,7 @@ TEST_F(DeleteTest, FilesOfUnusualNamesAreDeleted)
         if (path.size() <= 35) {
             EXPECT_EQ(ControlText(dialog, IDC_DELETE_PATH), Files.PathOf(name));
         }
-        EXPECT_TRUE(Answer(dialog, {VK_MENU, 'N'}));
+        EXPECT_TRUE(Answer(dialog, {VK_ESCAPE}));
         EXPECT_TRUE(FileExists(path));
         DeleteAndWait(program);
         EXPECT_FALSE(FileExists(path));
