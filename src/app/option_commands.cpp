@@ -16,6 +16,20 @@
 #include "view/screen_font.h"
 #include "view/view_state.h"
 
+namespace {
+
+// The match that was found last lies in another line when lines are as long as records of another length.
+void FollowRecordLength(std::int32_t lengthBefore)
+{
+    if (Find.FoundLine > 0) {
+        const std::int32_t offset = (Find.FoundLine - 1) * lengthBefore + Find.FoundCol;
+        Find.FoundLine = offset / RecordLength() + 1;
+        Find.FoundCol = offset % RecordLength();
+    }
+}
+
+} // namespace
+
 void IncreaseFontSize(HWND, UINT)
 {
     StepScreenFont(FontStep::Larger);
@@ -56,16 +70,6 @@ void SetColours(HWND mainWindow, UINT)
     RepaintView();
     InvalidateRect(Windows.Ruler, nullptr, TRUE);
     InvalidateRect(Windows.Status, nullptr, TRUE);
-}
-
-// The match that was found last lies in another line when lines are as long as records of another length.
-void FollowRecordLength(std::int32_t lengthBefore)
-{
-    if (Find.FoundLine > 0) {
-        const std::int32_t offset = (Find.FoundLine - 1) * lengthBefore + Find.FoundCol;
-        Find.FoundLine = offset / RecordLength() + 1;
-        Find.FoundCol = offset % RecordLength();
-    }
 }
 
 void SetLineLength(HWND mainWindow, UINT)
