@@ -433,7 +433,7 @@ TEST_F(ColoursTest, UsingTheDialogAgainAndAgainLeavesNothingBehind)
 {
     Program program(Arguments());
     ASSERT_TRUE(Prepare(program));
-    constexpr int Uses = 6; // a round; the system keeps some objects for itself, but not one a use
+    constexpr int Uses = 3; // a round; the system keeps some objects for itself, but not one a use
     const auto round = [&](const Pair& pair) {
         for (int i = 0; i < Uses; ++i) {
             SetColours(program, OutputWindow, pair);

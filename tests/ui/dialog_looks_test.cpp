@@ -363,68 +363,8 @@ bool WaitForFocus(HWND dialog, int control)
     return there;
 }
 
-} // namespace
-
-INSTANTIATE_TEST_SUITE_P(Dialogs, DialogLooksTest, testing::ValuesIn(Cases), NameOf);
-
-TEST_P(DialogLooksTest, ItsPictureHasMoreThanItsBackgroundAndIsKept)
+void ExpectControlsApartAndInside(HWND dialog)
 {
-    const HWND dialog = Show();
-    ASSERT_NE(dialog, nullptr);
-    const SIZE size = ClientSize(dialog);
-    ExpectTextsSeen(*TheProgram, dialog); // not before it is complete
-    const Pixels picture = TheProgram->Inside().Read(dialog, 0, 0, size.cx, size.cy);
-    const std::uint32_t face = picture.At(0, 0);
-    EXPECT_LT(picture.CountOf(face), size.cx * size.cy);
-    EXPECT_EQ(picture.At(size.cx - 1, size.cy - 1), face);
-    EXPECT_GT(picture.CountOf(Black), 50); // of its texts
-    const std::string path = WritePicture(picture, GetParam().Name);
-    ASSERT_FALSE(path.empty());
-    const auto row = static_cast<std::size_t>((size.cx * 3 + 3) / 4 * 4);
-    EXPECT_EQ(ReadWholeFile(path).size(),
-              sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER) + row * static_cast<std::size_t>(size.cy));
-}
-
-TEST_P(DialogLooksTest, ItsTextsFit)
-{
-    const HWND dialog = Show();
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_GT(ExpectTextsFit(dialog), 1);
-}
-
-TEST_P(DialogLooksTest, ItsTextsAreSeen)
-{
-    const HWND dialog = Show();
-    ASSERT_NE(dialog, nullptr);
-    ExpectTextsSeen(*TheProgram, dialog);
-}
-
-TEST_F(ButtonNamesTest, TheyFitIntoBothListsBesideTheScrollBar)
-{
-    constexpr int TextLeft = 30;
-    Program program;
-    ASSERT_TRUE(program.WaitForFrame());
-    program.Post(WM_COMMAND, IDM_OPTIONS_BUTTON_BAR);
-    const HWND dialog = WaitForDialog(program, "Customize Button Bar");
-    ASSERT_NE(dialog, nullptr);
-    const HMODULE resources = LoadLibraryExA(WindowsPath(KESTOVAR_PROGRAM).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    for (const int list : {IDC_BAR_AVAILABLE, IDC_BAR_CHOSEN}) {
-        const RECT place = PlaceOf(GetDlgItem(dialog, list));
-        const LONG width =
-            place.right - place.left - 2 * GetSystemMetrics(SM_CXBORDER) - GetSystemMetrics(SM_CXVSCROLL);
-        for (UINT id = IDS_BUBBLE_FIRST; id <= IDS_BUBBLE_LAST; ++id) {
-            char name[40] = "";
-            ASSERT_GT(LoadStringA(resources, id, name, sizeof name), 0);
-            EXPECT_LE(TextLeft + ExtentOf(name).cx, width) << list << ": " << name;
-        }
-    }
-    FreeLibrary(resources);
-}
-
-TEST_P(DialogLooksTest, ItsControlsLieApartAndInsideIt)
-{
-    const HWND dialog = Show();
-    ASSERT_NE(dialog, nullptr);
     const SIZE size = ClientSize(dialog);
     const RECT inside = {0, 0, size.cx, size.cy};
     const std::vector<DialogControl> controls = ShownControls(dialog);
@@ -438,10 +378,9 @@ TEST_P(DialogLooksTest, ItsControlsLieApartAndInsideIt)
     }
 }
 
-TEST_P(DialogLooksTest, NoTwoOfItsControlsHaveTheSameLetter)
+// No two of its controls may be gone to with the same letter.
+void ExpectLettersUnique(HWND dialog)
 {
-    const HWND dialog = Show();
-    ASSERT_NE(dialog, nullptr);
     std::map<char, std::string> letters;
     for (const DialogControl& control : ShownControls(dialog)) {
         const bool prefix = control.Class != "Static" || (StyleOf(control.Window) & SS_NOPREFIX) == 0;
@@ -451,6 +390,59 @@ TEST_P(DialogLooksTest, NoTwoOfItsControlsHaveTheSameLetter)
             EXPECT_TRUE(letters.emplace(letter, control.Text).second) << control.Text << " and " << letters[letter];
         }
     }
+}
+
+// Writes what the dialog shows as a picture for people to look at.
+void KeepPicture(const Pixels& picture, const char* name)
+{
+    const std::string path = WritePicture(picture, name);
+    ASSERT_FALSE(path.empty());
+    const auto row = static_cast<std::size_t>((picture.Width * 3 + 3) / 4 * 4);
+    EXPECT_EQ(ReadWholeFile(path).size(),
+              sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER) + row * static_cast<std::size_t>(picture.Height));
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, DialogLooksTest, testing::ValuesIn(Cases), NameOf);
+
+TEST_P(DialogLooksTest, ItIsWholeInOrderAndItsPictureIsKept)
+{
+    const HWND dialog = Show();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_GT(ExpectTextsFit(dialog), 1);
+    ExpectControlsApartAndInside(dialog);
+    ExpectLettersUnique(dialog);
+    ExpectTextsSeen(*TheProgram, dialog);
+    const SIZE size = ClientSize(dialog);
+    const Pixels picture = TheProgram->Inside().Read(dialog, 0, 0, size.cx, size.cy);
+    const std::uint32_t face = picture.At(0, 0);
+    EXPECT_LT(picture.CountOf(face), size.cx * size.cy);
+    EXPECT_EQ(picture.At(size.cx - 1, size.cy - 1), face);
+    EXPECT_GT(picture.CountOf(Black), 50); // of its texts
+    KeepPicture(picture, GetParam().Name);
+}
+
+TEST_F(ButtonNamesTest, TheyFitIntoBothListsBesideTheScrollBar)
+{
+    constexpr int TextLeft = 30;
+    Program program;
+    ASSERT_TRUE(program.WaitForFrame());
+    program.Post(WM_COMMAND, IDM_OPTIONS_BUTTON_BAR);
+    const HWND dialog = WaitForDialog(program, "Customize Button Bar");
+    ASSERT_NE(dialog, nullptr);
+    const HMODULE resources = LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    for (const int list : {IDC_BAR_AVAILABLE, IDC_BAR_CHOSEN}) {
+        const RECT place = PlaceOf(GetDlgItem(dialog, list));
+        const LONG width =
+            place.right - place.left - 2 * GetSystemMetrics(SM_CXBORDER) - GetSystemMetrics(SM_CXVSCROLL);
+        for (UINT id = IDS_BUBBLE_FIRST; id <= IDS_BUBBLE_LAST; ++id) {
+            char name[40] = "";
+            ASSERT_GT(LoadStringA(resources, id, name, sizeof name), 0);
+            EXPECT_LE(TextLeft + ExtentOf(name).cx, width) << list << ": " << name;
+        }
+    }
+    FreeLibrary(resources);
 }
 
 TEST_P(DialogLooksTest, TheTabKeyGoesThroughItInOrderAndBackToTheBeginning)

@@ -427,7 +427,7 @@ TEST_F(FileInfoTest, ProgramsTellTheirVersionAndTheirImports)
         const char* Type;
         std::size_t LeastImports;
     };
-    const std::vector<File> files = {{WindowsPath(KESTOVAR_PROGRAM), "Windows 32 bit Executable", 5},
+    const std::vector<File> files = {{ProgramPath(), "Windows 32 bit Executable", 5},
 
                                      {SystemFile("comdlg32.dll"), "Windows 32 bit DLL", 8},
                                      {SystemFile("mshtml.dll"), "Windows 32 bit DLL", 8}};
@@ -463,7 +463,7 @@ TEST_F(FileInfoTest, TheProgramItselfIsKnownByItsVersion)
 {
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     const HWND dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(VersionOf(dialog), (Names{"Kestovar file browser", "3.8", "The Kestovar developers"}));
@@ -505,7 +505,7 @@ TEST_F(FileInfoTest, TheShortFormEndsWhereTheVersionWouldBegin)
     }
     CloseInfo(program, dialog);
     // The long one is as wide and lies in the same place.
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     const RECT longForm = ScreenPlace(dialog);
@@ -528,7 +528,7 @@ TEST_F(FileInfoTest, MoreTogglesTheImportsByMouseAndByKeys)
 {
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     HWND dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     ASSERT_TRUE(BringToForeground(dialog));
@@ -544,7 +544,7 @@ TEST_F(FileInfoTest, MoreTogglesTheImportsByMouseAndByKeys)
     EXPECT_TRUE(WaitUntil([&] { return ShowsVersion(dialog); }));
     PressKeys({VK_MENU, 'M'});
     EXPECT_TRUE(WaitUntil([&] { return ShowsImports(dialog); }));
-    EXPECT_EQ(ListTexts(dialog, IDC_INFO_IMPORTS), ImportsOf(WindowsPath(KESTOVAR_PROGRAM)));
+    EXPECT_EQ(ListTexts(dialog, IDC_INFO_IMPORTS), ImportsOf(ProgramPath()));
     const RECT now = ScreenPlace(dialog);
     EXPECT_TRUE(EqualRect(&place, &now));
     // Another time it begins with the version again.
@@ -596,7 +596,7 @@ TEST_F(FileInfoTest, NothingOfTheVersionShowsThroughTheList)
 {
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     const HWND dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     const HWND list = GetDlgItem(dialog, IDC_INFO_IMPORTS);
@@ -764,7 +764,7 @@ TEST_F(FileInfoTest, NoTextIsCutOffAndNoTwoControlsHaveTheSameMnemonic)
     EXPECT_EQ(ControlText(dialog, IDC_INFO_LINES), "100,000");
     EXPECT_GT(ExpectTextsFit(dialog), 12);
     CloseInfo(program, dialog);
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     EXPECT_GT(ExpectTextsFit(dialog), 18);
@@ -787,7 +787,7 @@ TEST_F(FileInfoTest, NothingLiesOverAnythingElseButTheList)
 {
     Program program;
     ASSERT_TRUE(program.WaitForFrame());
-    Open(program, WindowsPath(KESTOVAR_PROGRAM));
+    Open(program, ProgramPath());
     const HWND dialog = ShowInfo(program);
     ASSERT_NE(dialog, nullptr);
     std::vector<DialogControl> controls = ControlsOf(dialog);

@@ -1,3 +1,4 @@
+#include "support/second_try.h"
 #include "support/test_files.h"
 
 #include <gtest/gtest.h>
@@ -6,5 +7,5 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     testing::AddGlobalTestEnvironment(new ScratchDirectory);
-    return RUN_ALL_TESTS();
+    return RunAllTestsWithSecondTry([] {});
 }

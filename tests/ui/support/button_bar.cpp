@@ -46,7 +46,7 @@ Pixels LoadFaces()
 {
     Pixels faces{BarButtonCount * FaceWidth, FaceHeight, {}};
     faces.Values.resize(static_cast<std::size_t>(faces.Width) * FaceHeight);
-    const HMODULE program = LoadLibraryExA(WindowsPath(KESTOVAR_PROGRAM).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HMODULE program = LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     EXPECT_NE(program, nullptr);
     const HANDLE strip =
         LoadImageA(program, MAKEINTRESOURCEA(IDB_BUTTON_FACES), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION);
@@ -181,24 +181,6 @@ INPUT LeftButton(DWORD flags)
     return input;
 }
 
-struct HelpBoxSearch {
-    DWORD Program;
-    HWND Found;
-};
-
-BOOL CALLBACK IsBoxOfTheHelp(HWND window, LPARAM argument)
-{
-    HelpBoxSearch& search = *reinterpret_cast<HelpBoxSearch*>(argument);
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    char name[16] = "";
-    GetClassNameA(window, name, sizeof name);
-    if (process != search.Program && std::string(name) == "#32770" && IsWindowVisible(window)) {
-        search.Found = window;
-    }
-    return search.Found == nullptr;
-}
-
 } // namespace
 
 BarOrder FirstButtons(int count)
@@ -320,21 +302,4 @@ bool ShiftClickSlot(const Program& program, int slot)
     INPUT inputs[] = {ShiftKey(0), LeftButton(MOUSEEVENTF_LEFTDOWN), LeftButton(MOUSEEVENTF_LEFTUP),
                       ShiftKey(KEYEVENTF_KEYUP)}; // in one go: nothing can come between them
     return SendInput(static_cast<UINT>(std::size(inputs)), inputs, sizeof(INPUT)) == std::size(inputs);
-}
-
-void AnswerMissingHelp(const Program& program)
-{
-    HelpBoxSearch search = {};
-    GetWindowThreadProcessId(program.Frame(), &search.Program);
-    ASSERT_TRUE(WaitUntil([&] {
-        search.Found = nullptr;
-        EnumWindows(IsBoxOfTheHelp, reinterpret_cast<LPARAM>(&search));
-        return search.Found != nullptr;
-    })) << "no question of the system's help";
-    // Whether the question is one of yes and no or has but one button.
-    EXPECT_TRUE(WaitUntil([&] {
-        PostMessageA(search.Found, WM_COMMAND, IDNO, 0);
-        PostMessageA(search.Found, WM_COMMAND, IDOK, 0);
-        return !IsWindow(search.Found);
-    }));
 }

@@ -103,6 +103,3 @@ bool ClickSlot(const Program& program, int slot);
 
 // The same with Shift held.
 bool ShiftClickSlot(const Program& program, int slot);
-
-// Waits for the box of the system's help, which does not find the file, and answers it.
-void AnswerMissingHelp(const Program& program);

@@ -93,6 +93,24 @@ void PressCharacter(wchar_t character)
     SendInput(2, inputs, sizeof(INPUT));
 }
 
+struct HelpBoxSearch {
+    DWORD Program;
+    HWND Found;
+};
+
+BOOL CALLBACK IsBoxOfTheHelp(HWND window, LPARAM argument)
+{
+    HelpBoxSearch& search = *reinterpret_cast<HelpBoxSearch*>(argument);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    char name[16] = "";
+    GetClassNameA(window, name, sizeof name);
+    if (process != search.Program && std::string(name) == "#32770" && IsWindowVisible(window)) {
+        search.Found = window;
+    }
+    return search.Found == nullptr;
+}
+
 } // namespace
 
 HWND FindDialog(const Program& program, const std::string& title)
@@ -125,6 +143,23 @@ HWND WaitForBoxOver(HWND dialog)
     });
     EXPECT_TRUE(shown) << "no box over the dialog";
     return shown ? box : nullptr;
+}
+
+void AnswerMissingHelp(const Program& program)
+{
+    HelpBoxSearch search = {};
+    GetWindowThreadProcessId(program.Frame(), &search.Program);
+    ASSERT_TRUE(WaitUntil([&] {
+        search.Found = nullptr;
+        EnumWindows(IsBoxOfTheHelp, reinterpret_cast<LPARAM>(&search));
+        return search.Found != nullptr;
+    })) << "no question of the system's help";
+    // Whether the question is one of yes and no or has but one button.
+    EXPECT_TRUE(WaitUntil([&] {
+        PostMessageA(search.Found, WM_COMMAND, IDNO, 0);
+        PostMessageA(search.Found, WM_COMMAND, IDOK, 0);
+        return !IsWindow(search.Found);
+    }));
 }
 
 bool WaitUntilClosed(HWND dialog)

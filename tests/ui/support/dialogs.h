@@ -19,6 +19,10 @@ HWND WaitForDialog(const Program& program, const std::string& title);
 // shows none.
 HWND WaitForBoxOver(HWND dialog);
 
+// The system's help is a program of its own. It asks for the file that it does not find, and the program waits for it
+// meanwhile: answers the question. The test has failed when none comes.
+void AnswerMissingHelp(const Program& program);
+
 // Waits until the dialog is gone; false, and the test has failed, when it stays.
 bool WaitUntilClosed(HWND dialog);
 

@@ -6,6 +6,7 @@
 #include "support/windows_path.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <gtest/gtest.h>
 
@@ -53,9 +54,15 @@ bool IsPainted(HWND window)
 
 } // namespace
 
+std::string ProgramPath()
+{
+    const char* const named = std::getenv("KESTOVAR_PROGRAM");
+    return WindowsPath(named != nullptr ? named : KESTOVAR_PROGRAM);
+}
+
 Program::Program(const std::string& arguments, WORD showCommand, DWORD flags)
 {
-    const std::string path = WindowsPath(KESTOVAR_PROGRAM);
+    const std::string path = ProgramPath();
     std::string commandLine = "\"" + path + "\"" + (arguments.empty() ? "" : " ") + arguments;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;

@@ -8,6 +8,9 @@
 #include <vector>
 #include <windows.h>
 
+// The file that the tests start: what the environment names in KESTOVAR_PROGRAM, else the program of their own build.
+std::string ProgramPath();
+
 class Program {
 public:
     // Starts it. The command line is what a person would type behind the program's name; the flags say
