@@ -12,7 +12,7 @@ KV_ROOT=$KV_CACHE/wine-root
 KV_PREFIXES=$KV_PROJECT/build/wine
 # To be raised whenever the recipe of the Wine root or of the template prefix
 # changes; tools/prepare then makes both anew.
-KV_ROOT_VERSION=2
+KV_ROOT_VERSION=3
 # As seen from inside the root; complete when the root's stamp is there.
 KV_TEMPLATE=/kestovar-template
 KV_STAMP=$KV_ROOT/.kestovar-root

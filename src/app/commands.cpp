@@ -9,6 +9,7 @@
 #include "app/mode_switch.h"
 #include "app/open_sequence.h"
 #include "app/option_commands.h"
+#include "app/print_commands.h"
 #include "app/selection_commands.h"
 #include "app/settings_file.h"
 #include "app/walk_list.h"
@@ -53,14 +54,6 @@ void CloseFile(HWND mainWindow, UINT)
 void Reopen(HWND mainWindow, UINT)
 {
     OpenNamedFile(mainWindow, App.CurrentPath);
-}
-
-// A run that was started to print ends with it.
-void Print(HWND mainWindow, UINT)
-{
-    if (App.Start.PrintAndExit) {
-        SendMessageA(mainWindow, WM_CLOSE, 0, 0);
-    }
 }
 
 void ExitProgram(HWND mainWindow, UINT)
@@ -264,7 +257,9 @@ constexpr Command Table[] = {
     {IDM_FILE_NEXT, OpenNextFile},
     {IDM_KEY_PREVIOUS, PreviousFileByKey},
     {IDM_KEY_NEXT, NextFileByKey},
-    {IDM_FILE_PRINT, Print},
+    {IDM_FILE_PRINT, PrintShownFile},
+    {IDM_FILE_PRINTER_SETUP, SetUpPrinter},
+    {IDM_FILE_PAGE_SETUP, SetUpPage},
     {IDM_FILE_INFORMATION, ShowInformation},
     {IDM_FILE_EXIT, ExitProgram},
     {IDM_RECENT_FIRST, OpenRecentFile},
@@ -305,6 +300,9 @@ UINT RowOf(UINT id)
 
 LRESULT DispatchCommand(HWND mainWindow, UINT message, UINT id, LPARAM lParam)
 {
+    if (View.Printing) {
+        return 0; // the job reads the document; only other programs can send commands meanwhile
+    }
     for (const Command& command : Table) {
         if (command.Id == RowOf(id)) {
             // Close File is grey without a file, but its button, which also iconizes, is not.

@@ -155,7 +155,7 @@ void OnSize(WPARAM kind, std::int32_t width, std::int32_t height)
     Windows.ClientWidth = width;
     Windows.ClientHeight = height;
     DismissBubble();
-    if (kind == SIZE_MINIMIZED) {
+    if (kind == SIZE_MINIMIZED && !View.Printing) {
         ReleaseFileOfIcon();
     }
     const FrameLayout layout = LayOutFrame(height, StatusHeight());
@@ -208,6 +208,10 @@ void OnKeyDown(HWND window, WPARAM key)
 
 void OnDropFiles(HWND window, HDROP drop)
 {
+    if (View.Printing) {
+        DragFinish(drop);
+        return; // the job reads the document
+    }
     OpenDropped(window, drop);
     if (IsIconic(window)) {
         ShowWindow(window, SW_RESTORE);
@@ -215,6 +219,12 @@ void OnDropFiles(HWND window, HDROP drop)
         SetFocus(window);
     }
     DragFinish(drop);
+}
+
+// Not under a print job that is running: its own box ends that.
+LRESULT OnClose(HWND window)
+{
+    return View.Printing ? 0 : DefWindowProcA(window, WM_CLOSE, 0, 0);
 }
 
 void SetBusy(bool busy)
@@ -260,6 +270,7 @@ LRESULT CALLBACK FrameWndProc(HWND window, UINT message, WPARAM wParam, LPARAM l
     case WM_COMMAND: return DispatchCommand(window, WM_COMMAND, LOWORD(wParam), lParam);
     case WM_SYSCOMMAND: return OnSystemCommand(window, wParam, lParam);
     case WM_MENUSELECT: return OnMenuSelect(wParam, lParam);
+    case WM_CLOSE: return OnClose(window);
     case WM_DROPFILES: OnDropFiles(window, reinterpret_cast<HDROP>(wParam)); return 0;
     case WM_REMOTE_FILE: return OnRemoteFile(window, wParam == 0);
     case WM_REMOTE_END: OnRemoteEnd(window); return 0;

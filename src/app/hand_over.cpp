@@ -101,6 +101,10 @@ LRESULT OnRemoteFile(HWND mainWindow, bool isFirst)
     if (!OpenShared(mainWindow)) {
         return 1;
     }
+    if (View.Printing) {
+        CloseShared();
+        return 1; // the job reads the document
+    }
     const RemoteState wanted = isFirst ? RemoteState::Idle : RemoteState::Receiving;
     if (Remote.State != wanted) {
         // Another batch is under way, or this one was never begun; its end may never come.
@@ -127,6 +131,10 @@ void OnRemoteEnd(HWND mainWindow)
     SetForegroundWindow(mainWindow);
     if (Remote.State != RemoteState::Receiving) {
         return;
+    }
+    if (View.Printing) {
+        Remote.State = RemoteState::Idle;
+        return; // the job reads the document
     }
     Remote.State = RemoteState::Opening;
     OpenReceivedFiles(mainWindow);

@@ -12,6 +12,7 @@
 #include "buttonbar/button_bar_window.h"
 #include "document/document_state.h"
 #include "files/associations.h"
+#include "print/print_job.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
 #include "view/status_window.h"
@@ -78,6 +79,7 @@ void WireRooms()
     ViewCalls.ShowFileList = RunSelectList;
     ViewCalls.CurrentProgram = CurrentProgram;
     ButtonBarCalls.LaunchHelp = LaunchHelp;
+    PrintCalls = {LoadPrintSettings, SavePrintSettings};
 }
 
 void LoadCursors()

@@ -1,6 +1,11 @@
 #include "print/printer_selection.h"
 
+#include "base/messages.h"
+#include "resources/ids.h"
+
 #include <commdlg.h>
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
@@ -12,15 +17,48 @@ struct PrinterSelection {
 
 PrinterSelection Selection;
 
-void SelectDefaultPrinter()
+// Runs the print dialog on the selection; it may hand out other handles, even when it is cancelled.
+bool RunSetup(HWND owner, DWORD flags)
 {
     PRINTDLGA dialog = {};
     dialog.lStructSize = sizeof dialog;
-    dialog.Flags = PD_RETURNDEFAULT | PD_PRINTSETUP | PD_NOWARNING;
-    PrintDlgA(&dialog);
+    dialog.hwndOwner = owner;
+    dialog.hDevMode = Selection.Mode;
+    dialog.hDevNames = Selection.Names;
+    dialog.Flags = PD_PRINTSETUP | PD_NOWARNING | flags;
+    const bool confirmed = PrintDlgA(&dialog) != FALSE;
     Selection.Mode = dialog.hDevMode;
     Selection.Names = dialog.hDevNames;
+    return confirmed;
 }
+
+// The selection's names, locked for as long as the object lives.
+class PrinterNames {
+public:
+    PrinterNames() : Names(Selection.Names != nullptr ? static_cast<const char*>(GlobalLock(Selection.Names)) : nullptr)
+    {
+        if (Names != nullptr) {
+            memcpy(&Places, Names, sizeof Places);
+        }
+    }
+    ~PrinterNames()
+    {
+        if (Names != nullptr) {
+            GlobalUnlock(Selection.Names);
+        }
+    }
+    PrinterNames(const PrinterNames&) = delete;
+    PrinterNames& operator=(const PrinterNames&) = delete;
+
+    bool Exist() const { return Names != nullptr; }
+    const char* Driver() const { return Names + Places.wDriverOffset; }
+    const char* Device() const { return Names + Places.wDeviceOffset; }
+    const char* Output() const { return Names + Places.wOutputOffset; }
+
+private:
+    const char* Names; // begin with the DEVNAMES that says where each lies
+    DEVNAMES Places = {};
+};
 
 void FreeHandle(HGLOBAL& handle)
 {
@@ -35,25 +73,42 @@ void FreeHandle(HGLOBAL& handle)
 HDC GetPrinterDC()
 {
     if (Selection.Names == nullptr) {
-        SelectDefaultPrinter();
+        FreePrinterSelection(); // the default is handed out only to who has nothing
+        RunSetup(nullptr, PD_RETURNDEFAULT);
     }
-    if (Selection.Names == nullptr) {
+    const PrinterNames names;
+    if (!names.Exist()) {
         return nullptr;
     }
-    const auto* const names = static_cast<const DEVNAMES*>(GlobalLock(Selection.Names));
     const auto* const mode =
         Selection.Mode != nullptr ? static_cast<const DEVMODEA*>(GlobalLock(Selection.Mode)) : nullptr;
-    HDC printer = nullptr;
-    if (names != nullptr) {
-        const char* const texts = reinterpret_cast<const char*>(names);
-        printer =
-            CreateDCA(texts + names->wDriverOffset, texts + names->wDeviceOffset, texts + names->wOutputOffset, mode);
-        GlobalUnlock(Selection.Names);
-    }
+    const HDC printer = CreateDCA(names.Driver(), names.Device(), names.Output(), mode);
     if (mode != nullptr) {
         GlobalUnlock(Selection.Mode);
     }
     return printer;
+}
+
+bool PrinterSetup(HWND owner)
+{
+    {
+        const PrinterDc printer;
+        if (printer == nullptr) {
+            ReportMessage(owner, IDS_NO_PRINTER);
+            return false;
+        }
+    }
+    return RunSetup(owner, 0);
+}
+
+void ShowPrinterName(HWND dialog)
+{
+    const PrinterNames names;
+    if (names.Exist()) {
+        char text[MAX_PATH + CCHDEVICENAME + 8];
+        snprintf(text, sizeof text, "%s on %s", names.Device(), names.Output());
+        SetDlgItemTextA(dialog, IDC_PRINT_PRINTER, text);
+    }
 }
 
 void FreePrinterSelection()

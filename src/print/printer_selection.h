@@ -24,5 +24,11 @@ private:
     HDC Dc;
 };
 
+// Lets the user choose a printer and set it up; false when that is cancelled, or there is none, which is reported.
+bool PrinterSetup(HWND owner);
+
+// Names the selected printer and its port in the PRINTIT dialog.
+void ShowPrinterName(HWND dialog);
+
 // Forgets the selection and frees what it holds.
 void FreePrinterSelection();

@@ -1,0 +1,3 @@
+#include "print/header_footer.h"
+
+#include <gtest/gtest.h>

@@ -1,0 +1,3 @@
+#include "print/margin.h"
+
+#include <gtest/gtest.h>

@@ -1,0 +1,3 @@
+#include "print/page_layout.h"
+
+#include <gtest/gtest.h>

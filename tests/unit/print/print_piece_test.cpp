@@ -1,0 +1,3 @@
+#include "print/print_piece.h"
+
+#include <gtest/gtest.h>
