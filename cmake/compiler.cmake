@@ -18,7 +18,7 @@ endif()
 if(KESTOVAR_HARDENED)
     # This compiler has no sanitizer run-time for Windows; traps need none. The alignment check is left
     # out: 32-bit Windows passes 64-bit arguments at multiples of 4, and a reference to one would trap.
-    set(traps -fsanitize=undefined -fno-sanitize=alignment -fsanitize-undefined-trap-on-error)
+    set(traps -O1 -fsanitize=undefined -fno-sanitize=alignment -fsanitize-undefined-trap-on-error)
     target_compile_options(kestovar_options INTERFACE -fstack-protector-strong
         "$<$<NOT:$<BOOL:$<TARGET_PROPERTY:KESTOVAR_UNCHECKED>>>:${traps}>")
     target_compile_definitions(kestovar_options INTERFACE _GLIBCXX_ASSERTIONS)

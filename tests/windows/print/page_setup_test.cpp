@@ -1,0 +1,3 @@
+#include "print/page_setup.h"
+
+#include <gtest/gtest.h>

@@ -1,0 +1,3 @@
+#include "print/print_dialog.h"
+
+#include <gtest/gtest.h>

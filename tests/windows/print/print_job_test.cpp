@@ -1,0 +1,3 @@
+#include "print/print_job.h"
+
+#include <gtest/gtest.h>

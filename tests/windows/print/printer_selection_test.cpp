@@ -1,0 +1,3 @@
+#include "print/printer_selection.h"
+
+#include <gtest/gtest.h>
