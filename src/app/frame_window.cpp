@@ -16,7 +16,6 @@
 #include "base/load_text.h"
 #include "base/messages.h"
 #include "buttonbar/button_bar_window.h"
-#include "document/block_cache.h"
 #include "document/document_state.h"
 #include "print/printer_selection.h"
 #include "resources/ids.h"
@@ -134,14 +133,6 @@ void OnDestroy(HWND window)
     }
     SaveRecentFiles();
     PostQuitMessage(0);
-}
-
-void ReleaseFileOfIcon()
-{
-    if (View.FileShown && Document.WorkMemory != nullptr) {
-        CloseFileHandle();
-        App.FileReleased = true; // also of a file that is held whole: it is looked at anew when the window returns
-    }
 }
 
 void Repaint(HWND window)

@@ -98,12 +98,11 @@ void OpenReceivedFiles(HWND mainWindow)
 
 LRESULT OnRemoteFile(HWND mainWindow, bool isFirst)
 {
+    if (View.Printing) {
+        return 1; // the job reads the document
+    }
     if (!OpenShared(mainWindow)) {
         return 1;
-    }
-    if (View.Printing) {
-        CloseShared();
-        return 1; // the job reads the document
     }
     const RemoteState wanted = isFirst ? RemoteState::Idle : RemoteState::Receiving;
     if (Remote.State != wanted) {
@@ -128,13 +127,13 @@ LRESULT OnRemoteFile(HWND mainWindow, bool isFirst)
 void OnRemoteEnd(HWND mainWindow)
 {
     CloseShared();
-    SetForegroundWindow(mainWindow);
-    if (Remote.State != RemoteState::Receiving) {
-        return;
-    }
     if (View.Printing) {
         Remote.State = RemoteState::Idle;
         return; // the job reads the document
+    }
+    SetForegroundWindow(mainWindow);
+    if (Remote.State != RemoteState::Receiving) {
+        return;
     }
     Remote.State = RemoteState::Opening;
     OpenReceivedFiles(mainWindow);

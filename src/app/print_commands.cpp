@@ -1,6 +1,7 @@
 #include "app/print_commands.h"
 
 #include "app/app_state.h"
+#include "app/release_file.h"
 #include "print/page_setup.h"
 #include "print/print_job.h"
 #include "print/printer_selection.h"
@@ -11,15 +12,17 @@
 
 void PrintShownFile(HWND mainWindow, UINT)
 {
-    if (App.FileReleased) {
-        return; // there is nothing to read from
+    if (IsIconic(mainWindow)) {
+        ShowWindow(mainWindow, SW_RESTORE); // which opens the file again; the question needs its owner
     }
-    const bool printed = PrintFile(mainWindow, App.CurrentPath, Drawing.ScreenFont, View.HexMode,
-                                   HasSelection() ? FirstSelectedLine() : 0, HasSelection() ? LastSelectedLine() : 0);
+    if (View.FileShown) {
+        PrintFile(mainWindow, App.CurrentPath, Drawing.ScreenFont, View.HexMode,
+                  HasSelection() ? FirstSelectedLine() : 0, HasSelection() ? LastSelectedLine() : 0);
+    }
     if (App.Start.PrintAndExit) {
         SendMessageA(mainWindow, WM_CLOSE, 0, 0);
-    } else if (printed) {
-        RepaintView();
+    } else if (IsIconic(mainWindow)) {
+        ReleaseFileOfIcon(); // the job needed it until now
     }
 }
 

@@ -9,6 +9,7 @@
 #include "document/document_state.h"
 #include "resources/ids.h"
 #include "view/frame_windows.h"
+#include "view/view_state.h"
 
 #include <cstring>
 
@@ -30,6 +31,14 @@ void ReopenChanged(HWND mainWindow)
 void ReleaseFile()
 {
     if (Document.FileHandle != 0) {
+        CloseFileHandle();
+        App.FileReleased = true;
+    }
+}
+
+void ReleaseFileOfIcon()
+{
+    if (View.FileShown && Document.WorkMemory != nullptr) {
         CloseFileHandle();
         App.FileReleased = true;
     }

@@ -53,6 +53,11 @@ INT_PTR OnCommand(HWND dialog, int id)
         PrinterSetup(dialog);
         ShowPrinterName(dialog);
         return TRUE;
+    case IDC_PRINT_PRINTER: // the system's settings have changed, and with them the selected printer
+        if (const PrinterDc selected; selected != nullptr) {
+            ShowPrinterName(dialog);
+        }
+        return TRUE;
     case IDC_PRINT_PAGE_SETUP: PageSetup(dialog, Question.Printer); return TRUE;
     case IDC_ASK_HELP: ShowHelp(dialog, HELP_CONTEXT, PrintTopic); return TRUE;
     case IDOK:
@@ -68,6 +73,7 @@ INT_PTR CALLBACK PrintItDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
 {
     switch (message) {
     case WM_INITDIALOG: Fill(dialog); return TRUE;
+    case WM_WININICHANGE: PostMessageA(dialog, WM_COMMAND, IDC_PRINT_PRINTER, 0); return TRUE; // behind the frame
     case WM_COMMAND: return OnCommand(dialog, LOWORD(wParam));
     default: return FALSE;
     }

@@ -91,7 +91,7 @@ void ChooseHFFont(HWND dialog, HDC printer, PrintFontKind which)
     if (ChooseFontA(&chooser)) {
         chosen.Size = HeldFontSize(font.lfHeight);
         chosen.Weight = font.lfWeight;
-        chosen.Italic = font.lfItalic;
+        chosen.Italic = font.lfItalic != 0;
         CopyText(chosen.Name, font.lfFaceName);
     }
 }

@@ -12,10 +12,13 @@
 #include "print/print_status.h"
 #include "print/printer_selection.h"
 #include "resources/ids.h"
+#include "view/frame_windows.h"
 #include "view/gdi_holders.h"
+#include "view/selection.h"
 #include "view/view_state.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 
 PrintJobState PrintJob;
@@ -105,7 +108,7 @@ void PrintDocument(HDC printer, HFONT font, const PrintRange& range)
     char name[PrintDocNameSize + 16] = "Kestovar - ";
     AppendText(name, PrintJob.PrintDocName);
     DOCINFOA document = {};
-    document.cbSize = 12; // bytes of it that every Windows knows
+    document.cbSize = offsetof(DOCINFOA, lpszDatatype); // what every Windows knows of it
     document.lpszDocName = name;
     SetAbortProc(printer, PrintAbortProc);
     if (StartDocA(printer, &document) < 1) {
@@ -123,12 +126,13 @@ void PrintInFont(HWND owner, HDC printer, HFONT font, const PrintRange& range)
     const SelectedObject selected(printer, font != nullptr ? font : GetCurrentObject(printer, OBJ_FONT));
     MeasurePage(printer);
     PrintJob.PageNumber = 1;
-    PrintJob.PrintAborted = PrintJob.PrintError = false;
+    RedrawWindow(owner, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); // where the question stood
     View.Printing = true;
     ShowPrintStatus(owner);
     PrintDocument(printer, font, range);
     ClosePrintStatus();
     View.Printing = false;
+    RepaintView();
 }
 
 void RunJob(HWND owner, HDC printer, HFONT screenFont, const PrintRange& range)
@@ -144,6 +148,25 @@ void RunJob(HWND owner, HDC printer, HFONT screenFont, const PrintRange& range)
         PrintInFont(owner, printer, nullptr, range);
     }
     PrintJob.HeadFont = nullptr;
+}
+
+// The choice may be another printer than the question was asked for. Its device context is gone when this returns, and
+// a job that has failed with it.
+void PrintOnSelectedPrinter(HWND owner, HFONT screenFont, const PrintRange& range)
+{
+    PrintJob.PrintAborted = PrintJob.PrintError = false;
+    const PrinterDc printer;
+    if (printer == nullptr) {
+        ReportMessage(owner, IDS_NO_PRINTER);
+        return;
+    }
+    ReadPrinterPage(printer);
+    ReadMargins();
+    PrintCalls.SaveSettings();
+    if (PrintOptions.PrintHF != 0) {
+        ExpandHeaderAndFooter();
+    }
+    RunJob(owner, printer, screenFont, range);
 }
 
 // Asks on behalf of the selected printer; false when nothing is to be printed.
@@ -168,30 +191,23 @@ void LoadPrintSettingsOnce()
     }
 }
 
-bool PrintFile(HWND owner, const char* path, HFONT screenFont, bool hexMode, std::int32_t selectionFirst,
+void PrintFile(HWND owner, const char* path, const HFONT& screenFont, bool hexMode, std::int32_t selectionFirst,
                std::int32_t selectionLast)
 {
     char asked[MaxPathSize];
     CopyText(asked, path);
     bool selectionOnly = selectionFirst > 0;
-    if (!Ask(owner, selectionOnly) || !View.FileShown || strcmp(asked, path) != 0) {
-        return false;
+    if (!Ask(owner, selectionOnly)) {
+        return;
     }
-    const PrinterDc printer; // the choice may be another one now
-    if (printer == nullptr) {
-        ReportMessage(owner, IDS_NO_PRINTER);
-        return false;
+    const bool sameSelection = FirstSelectedLine() == selectionFirst && LastSelectedLine() == selectionLast;
+    const bool same = View.FileShown && strcmp(asked, path) == 0 && View.HexMode == hexMode;
+    if (!same || (selectionOnly && !sameSelection)) {
+        return;
     }
-    ReadPrinterPage(printer);
-    ReadMargins();
-    PrintCalls.SaveSettings();
     NameDocument(NamePart(asked), selectionOnly);
-    if (PrintOptions.PrintHF != 0) {
-        ExpandHeaderAndFooter();
-    }
-    RunJob(owner, printer, screenFont, {hexMode, selectionOnly ? selectionFirst : 0, selectionLast});
+    PrintOnSelectedPrinter(owner, screenFont, {hexMode, selectionOnly ? selectionFirst : 0, selectionLast});
     if (PrintJob.PrintError && !PrintJob.PrintAborted) {
         ReportMessage(owner, IDS_PRINT_FAILED);
     }
-    return true;
 }

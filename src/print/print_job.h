@@ -33,10 +33,10 @@ struct PrintJobState {
 extern PrintJobState PrintJob;
 
 // Asks how, and prints the document on the selected printer: in text mode its lines, in hex mode its rows.
-// selectionFirst and selectionLast are the selected ones, from 1; a first of 0 means that none is. path is the shown
-// file's, where the program keeps it: when there is another after the question, another file is shown and nothing is
-// printed. What goes wrong is reported. True when a job ran: the view has not been painted meanwhile.
-bool PrintFile(HWND owner, const char* path, HFONT screenFont, bool hexMode, std::int32_t selectionFirst,
+// selectionFirst and selectionLast are the selected ones, from 1; a first of 0 means that none is. The shown file's
+// path and the font of the view are given where the program keeps them: other programs may have changed them, with mode
+// and selection, while the question was asked, and of another file nothing is printed. What goes wrong is reported.
+void PrintFile(HWND owner, const char* path, const HFONT& screenFont, bool hexMode, std::int32_t selectionFirst,
                std::int32_t selectionLast);
 
 // The print settings are loaded the first time they are needed.

@@ -33,6 +33,7 @@ void ShowPrintStatus(HWND owner)
     Status.Owner = owner;
     EnableWindow(owner, FALSE);
     Status.Window = CreateDialogParamA(GetModuleHandleA(nullptr), "PrintDlgBox", owner, PrintStatusDlgProc, 0);
+    UpdateWindow(Status.Window);
 }
 
 void ShowPrintedPage()
@@ -58,7 +59,10 @@ BOOL CALLBACK PrintAbortProc(HDC, int)
 {
     MSG message;
     while (!PrintJob.PrintAborted && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (Status.Window == nullptr || !IsDialogMessageA(Status.Window, &message)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam)); // the program's own loop has to see it
+            PrintJob.PrintAborted = true;
+        } else if (Status.Window == nullptr || !IsDialogMessageA(Status.Window, &message)) {
             TranslateMessage(&message);
             DispatchMessageA(&message);
         }

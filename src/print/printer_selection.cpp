@@ -6,6 +6,7 @@
 #include <commdlg.h>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -17,25 +18,27 @@ struct PrinterSelection {
 
 PrinterSelection Selection;
 
-// Runs the print dialog on the selection; it may hand out other handles, even when it is cancelled.
+// Runs the print dialog on the selection; it may hand out other handles, even when it is cancelled. They are the
+// dialog's until it ends: other windows' messages come in meanwhile.
 bool RunSetup(HWND owner, DWORD flags)
 {
     PRINTDLGA dialog = {};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    dialog.hDevMode = Selection.Mode;
-    dialog.hDevNames = Selection.Names;
+    dialog.hDevMode = std::exchange(Selection.Mode, nullptr);
+    dialog.hDevNames = std::exchange(Selection.Names, nullptr);
     dialog.Flags = PD_PRINTSETUP | PD_NOWARNING | flags;
     const bool confirmed = PrintDlgA(&dialog) != FALSE;
-    Selection.Mode = dialog.hDevMode;
-    Selection.Names = dialog.hDevNames;
+    FreePrinterSelection(); // what somebody has asked for meanwhile
+    Selection = {dialog.hDevMode, dialog.hDevNames};
     return confirmed;
 }
 
 // The selection's names, locked for as long as the object lives.
 class PrinterNames {
 public:
-    PrinterNames() : Names(Selection.Names != nullptr ? static_cast<const char*>(GlobalLock(Selection.Names)) : nullptr)
+    PrinterNames()
+        : Memory(Selection.Names), Names(Memory != nullptr ? static_cast<const char*>(GlobalLock(Memory)) : nullptr)
     {
         if (Names != nullptr) {
             memcpy(&Places, Names, sizeof Places);
@@ -44,7 +47,7 @@ public:
     ~PrinterNames()
     {
         if (Names != nullptr) {
-            GlobalUnlock(Selection.Names);
+            GlobalUnlock(Memory);
         }
     }
     PrinterNames(const PrinterNames&) = delete;
@@ -56,6 +59,7 @@ public:
     const char* Output() const { return Names + Places.wOutputOffset; }
 
 private:
+    HGLOBAL Memory;
     const char* Names; // begin with the DEVNAMES that says where each lies
     DEVNAMES Places = {};
 };
@@ -80,11 +84,11 @@ HDC GetPrinterDC()
     if (!names.Exist()) {
         return nullptr;
     }
-    const auto* const mode =
-        Selection.Mode != nullptr ? static_cast<const DEVMODEA*>(GlobalLock(Selection.Mode)) : nullptr;
+    const HGLOBAL memory = Selection.Mode;
+    const auto* const mode = memory != nullptr ? static_cast<const DEVMODEA*>(GlobalLock(memory)) : nullptr;
     const HDC printer = CreateDCA(names.Driver(), names.Device(), names.Output(), mode);
     if (mode != nullptr) {
-        GlobalUnlock(Selection.Mode);
+        GlobalUnlock(memory);
     }
     return printer;
 }
