@@ -31,8 +31,7 @@ std::int32_t LastFittingWord(const TextSpan& text, std::int32_t width, const Tex
 {
     std::int32_t fitting = 0;
     std::int32_t end = WordEnd(text, 0);
-    // Blanks at the end of the text are no word.
-    while (end > fitting && text.Text[end - 1] != ' ' && Fits(text, end, width, measure)) {
+    while (end > fitting && Fits(text, end, width, measure)) {
         fitting = end;
         end = WordEnd(text, end);
     }

@@ -294,10 +294,6 @@ TEST(SubstitutePage, CodeBehindAnAmpersandIsOneToo)
     EXPECT_EQ(OnPage("&&P", 5), "&5");
     EXPECT_EQ(OnPage("&P&", 5), "5&");
     EXPECT_EQ(OnPage("&PP", 5), "5P");
-}
-
-TEST(SubstitutePage, NumberIsNotExpandedAgain)
-{
     EXPECT_EQ(OnPage("&&PP", 5), "&5P");
 }
 

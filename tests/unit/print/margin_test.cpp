@@ -183,7 +183,7 @@ TEST(Margin, OverlongNumberIsLargerThanAnyPaperAndDoesNotOverflow)
     }
 }
 
-TEST(Margin, IsNeverAnotherNumberThanItSaysEvenAtAnAbsurdResolution)
+TEST(Margin, IsBoundedAtAnAbsurdResolution)
 {
     EXPECT_EQ(MarginToDevice("99999", INT32_MAX, true), INT32_MAX);
     EXPECT_EQ(MarginToDevice("1", INT32_MAX, true), INT32_MAX);

@@ -34,6 +34,19 @@ std::int32_t WidthInLine(const void* context, const char* text, std::int32_t len
     return line.Noise > 0 ? width + (length * 7919 + width) % (2 * line.Noise) - line.Noise : width;
 }
 
+// A line whose first measurements fail, as if everything was too wide, while nothing is later.
+struct FailingLine {
+    MeasuredLine Line;
+    mutable int Failures;
+};
+
+std::int32_t FailingWidth(const void* context, const char* text, std::int32_t length)
+{
+    const auto& line = *static_cast<const FailingLine*>(context);
+    WidthInLine(&line.Line, text, length);
+    return line.Failures-- > 0 ? INT32_MAX : 0;
+}
+
 std::string TextOf(const TextSpan& span)
 {
     return std::string(span.Text, static_cast<std::size_t>(span.Length));
@@ -79,6 +92,21 @@ MeasuredLine RandomMeasuredLine(std::mt19937& random)
     return line;
 }
 
+bool EndsAWord(const TextSpan& text, std::int32_t end)
+{
+    return text.Text[end - 1] != ' ' && (end == text.Length || text.Text[end] == ' ');
+}
+
+bool FirstWordFits(const TextSpan& text, std::int32_t width, const TextMeasure& measure)
+{
+    for (std::int32_t end = 1; end <= text.Length; ++end) {
+        if (EndsAWord(text, end)) {
+            return measure.Width(measure.Context, text.Text, end) <= width;
+        }
+    }
+    return false;
+}
+
 // Whether a piece of that length leaves out another word that fits.
 bool LeavesOutAWord(const TextSpan& before, std::int32_t length, std::int32_t width, const TextMeasure& measure)
 {
@@ -106,6 +134,8 @@ void CheckPiece(const MeasuredLine& line, const TextSpan& before, const TextSpan
     ASSERT_GE(rest.Text, piece.Text + piece.Length) << "something is printed twice";
     ASSERT_TRUE(rest.Length == 0 || rest.Text[0] != ' ') << "blanks begin the next piece";
     ASSERT_TRUE(piece.Length == 1 || line.Noise > 0 || WidthInLine(&line, piece.Text, piece.Length) <= width);
+    ASSERT_TRUE(line.Noise > 0 || piece.Length == before.Length || EndsAWord(before, piece.Length) ||
+                !FirstWordFits(before, width, measure));
     ASSERT_TRUE(line.Noise > 0 || !LeavesOutAWord(before, piece.Length, width, measure));
 }
 
@@ -187,6 +217,11 @@ TEST(PrintPiece, EndsWithTheLastWordThatFits)
 TEST(PrintPiece, FirstWordThatFitsExactlyIsNotSplit)
 {
     EXPECT_EQ(Wrapped("abcde fg", 50), (Pieces{"abcde", "fg"}));
+}
+
+TEST(PrintPiece, WordOfOneLetterThatFitsIsAPiece)
+{
+    EXPECT_EQ(Wrapped("a bcdef", 30), (Pieces{"a", "bc", "def"}));
 }
 
 TEST(PrintPiece, BlanksBehindAPieceAreSkipped)
@@ -284,6 +319,7 @@ TEST(PrintPiece, ZeroByteDoesNotEndALine)
 {
     const std::string text("a\0b cd", 6);
     EXPECT_EQ(Wrapped(text, 50), (Pieces{text.substr(0, 3), "cd"}));
+    EXPECT_EQ(Wrapped(text.substr(1), 40), (Pieces{text.substr(1, 2), "cd"}));
 }
 
 TEST(PrintPiece, WidthsAreThoseOfTheCharacters)
@@ -321,5 +357,19 @@ TEST(PrintPiece, MeasureThatErrsLosesNothingAndComesToAnEnd)
         MeasuredLine line = RandomMeasuredLine(random);
         line.Noise = 1 + static_cast<std::int32_t>(random() % 200);
         CheckAllPieces(line, static_cast<std::int32_t>(random() % 300) - 5);
+    }
+}
+
+TEST(PrintPiece, MeasureThatFailsNowAndThenKeepsToTheLine)
+{
+    for (const std::string text : {"a", "abc", "abc  ", "    ", "ab cd", "  ab cd  "}) {
+        for (int failures = 1; failures <= 6; ++failures) {
+            const FailingLine line = {MeasuredLine(text), failures};
+            TextSpan rest = line.Line.Whole();
+            const TextSpan piece = NextPrintPiece(rest, 50, true, {FailingWidth, &line});
+            EXPECT_GE(piece.Length, 1) << text << " " << failures;
+            EXPECT_LE(piece.Length + rest.Length, static_cast<std::int32_t>(text.size())) << text << " " << failures;
+            EXPECT_EQ(rest.Text + rest.Length, line.Line.Whole().Text + text.size()) << text << " " << failures;
+        }
     }
 }
