@@ -4,6 +4,7 @@
 #include "support/wait.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -51,6 +52,28 @@ bool RunGhostscript(const std::string& options, const std::string& path)
     return good;
 }
 
+// Whether the whole job is in the file. It is asked again and again, so that all of a long file would be too much.
+bool IsComplete(const std::string& path)
+{
+    constexpr LONG Last = 64; // bytes
+    const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    char text[Last] = "";
+    DWORD read = 0;
+    SetFilePointer(file, -Last, nullptr, FILE_END); // a shorter file is read from its beginning
+    ReadFile(file, text, sizeof text, &read, nullptr);
+    CloseHandle(file);
+    return std::string(text, read).find("%%EOF") != std::string::npos;
+}
+
+struct GlyphFont {
+    std::string Name;
+    int Size = 0; // device units
+};
+
 struct Glyph {
     int Left;
     int Right;
@@ -58,16 +81,37 @@ struct Glyph {
     std::string Text;
 };
 
-std::string Unescaped(std::string text)
+// Characters that XML has names for, and others by their number; in the system's ANSI code page.
+std::string Unescaped(const std::string& text)
 {
-    const std::pair<const char*, const char*> entities[] = {
+    constexpr std::pair<const char*, const char*> Entities[] = {
         {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}};
-    for (const auto& [name, character] : entities) {
+    for (const auto& [name, character] : Entities) {
         if (text == name) {
             return character;
         }
     }
-    return text;
+    unsigned number = 0;
+    if (sscanf(text.c_str(), "&#x%x;", &number) != 1) {
+        return text;
+    }
+    const wchar_t wide = static_cast<wchar_t>(number);
+    char character = '\0';
+    WideCharToMultiByte(CP_ACP, 0, &wide, 1, &character, 1, nullptr, nullptr);
+    return std::string(1, character);
+}
+
+// A line such as <span bbox="250 413 260 413" font="LiberationSans" size="11.2800">, the size in points.
+bool ReadFont(const std::string& line, GlyphFont& font)
+{
+    constexpr double PointsPerInch = 72;
+    char name[100] = "";
+    double points = 0;
+    if (sscanf(line.c_str(), "<span bbox=\"%*[^\"]\" font=\"%99[^\"]\" size=\"%lf\"", name, &points) != 2) {
+        return false;
+    }
+    font = {name, static_cast<int>(std::lround(points * PrinterDpi / PointsPerInch))};
+    return true;
 }
 
 // A line such as <char bbox="250 413 260 413" c="H"/>.
@@ -83,19 +127,40 @@ bool ReadGlyph(const std::string& line, Glyph& glyph)
 }
 
 // Glyphs of one string come one by one; a gap that no letter leaves begins another line.
-void AddGlyph(PrintedPage& page, const Glyph& glyph)
+void AddGlyph(PrintedPage& page, const Glyph& glyph, const GlyphFont& font)
 {
     const int left = glyph.Left - BorderLeft;
     const int right = glyph.Right - BorderLeft;
     const int baseline = glyph.Baseline - BorderTop;
     constexpr int Gap = 12;
-    if (!page.Lines.empty() && page.Lines.back().Baseline == baseline &&
-        std::abs(page.Lines.back().Right - left) <= Gap) {
+    if (!page.Lines.empty() && page.Lines.back().Baseline == baseline && page.Lines.back().Font == font.Name &&
+        page.Lines.back().Size == font.Size && std::abs(page.Lines.back().Right - left) <= Gap) {
         page.Lines.back().Text += glyph.Text;
         page.Lines.back().Right = right;
     } else {
-        page.Lines.push_back({glyph.Text, left, right, baseline});
+        page.Lines.push_back({glyph.Text, left, right, baseline, font.Name, font.Size});
     }
+}
+
+struct PixelRun {
+    int Begin = 0;
+    int End = 0;
+};
+
+PixelRun LongestDarkRun(const PrintedPicture& picture, int row)
+{
+    constexpr std::uint8_t Dark = 128;
+    const std::size_t start = static_cast<std::size_t>(row) * static_cast<std::size_t>(picture.Width);
+    PixelRun longest;
+    int begin = 0;
+    for (int x = 0; x < picture.Width; ++x) {
+        if (picture.Values[start + static_cast<std::size_t>(x)] >= Dark) {
+            begin = x + 1;
+        } else if (x + 1 - begin > longest.End - longest.Begin) {
+            longest = {begin, x + 1};
+        }
+    }
+    return longest;
 }
 
 void SortLines(PrintedPage& page)
@@ -120,10 +185,7 @@ std::string PrintedPath(const std::string& name)
 
 bool WaitForPrinted(const std::string& path)
 {
-    const bool printed = WaitUntil([&] {
-        const std::string content = FileExists(path) ? ReadWholeFile(path) : "";
-        return content.rfind("%%EOF") != std::string::npos;
-    });
+    const bool printed = WaitUntil([&] { return IsComplete(path); });
     EXPECT_TRUE(printed) << "nothing is printed to " << path;
     return printed;
 }
@@ -138,6 +200,7 @@ std::vector<PrintedPage> ReadPrintedPages(const std::string& path)
     }
     const std::string content = ReadWholeFile(text);
     DeleteFileA(text.c_str());
+    GlyphFont font;
     std::size_t begin = 0;
     while (begin < content.size()) {
         const std::size_t end = std::min(content.find('\n', begin), content.size());
@@ -145,8 +208,8 @@ std::vector<PrintedPage> ReadPrintedPages(const std::string& path)
         Glyph glyph;
         if (line == "<page>") {
             pages.emplace_back();
-        } else if (!pages.empty() && ReadGlyph(line, glyph)) {
-            AddGlyph(pages.back(), glyph);
+        } else if (!pages.empty() && !ReadFont(line, font) && ReadGlyph(line, glyph)) {
+            AddGlyph(pages.back(), glyph, font);
         }
         begin = end + 1;
     }
@@ -170,6 +233,27 @@ std::uint8_t PrintedPicture::At(int x, int y) const
     const int column = (x + BorderLeft) / UnitsPerPixel;
     const int row = (y + BorderTop) / UnitsPerPixel;
     return Values[static_cast<std::size_t>(row * Width + column)];
+}
+
+std::vector<PrintedRule> RulesOf(const PrintedPicture& picture)
+{
+    constexpr int LongerThanLetters = 1000;
+    const int scale = picture.UnitsPerPixel;
+    std::vector<PrintedRule> rules;
+    for (int row = 0; row < picture.Height; ++row) {
+        const PixelRun run = LongestDarkRun(picture, row);
+        if ((run.End - run.Begin) * scale < LongerThanLetters) {
+            continue;
+        }
+        const PrintedRule rule = {run.Begin * scale - BorderLeft, row * scale - BorderTop, run.End * scale - BorderLeft,
+                                  (row + 1) * scale - BorderTop};
+        if (!rules.empty() && rules.back().Bottom == rule.Top) {
+            rules.back().Bottom = rule.Bottom;
+        } else {
+            rules.push_back(rule);
+        }
+    }
+    return rules;
 }
 
 PrintedPicture RenderPage(const std::string& path, int page, int unitsPerPixel)

@@ -13,10 +13,13 @@ constexpr int PrintableWidth = 4800; // of the test printer's default paper
 constexpr int PrintableHeight = 6000;
 
 struct PrintedLine {
-    std::string Text; // of the same font and baseline, as it is read from left to right
+    // Of the same font and baseline, as it is read from left to right; a glyph that is no character's is a zero byte.
+    std::string Text;
     int Left;
     int Right;
     int Baseline;
+    std::string Font; // such as "LiberationMono-Bold"
+    int Size;         // of the font's em
 };
 
 struct PrintedPage {
@@ -45,5 +48,16 @@ struct PrintedPicture {
     // The pixel at a place in device units, black when it is 0.
     std::uint8_t At(int x, int y) const;
 };
+
+// A horizontal line on a picture, in device units; Right and Bottom are the first places without it.
+struct PrintedRule {
+    int Left;
+    int Top;
+    int Right;
+    int Bottom;
+};
+
+// The lines longer than any letter is wide, from the top.
+std::vector<PrintedRule> RulesOf(const PrintedPicture& picture);
 
 PrintedPicture RenderPage(const std::string& path, int page, int unitsPerPixel = 4);
