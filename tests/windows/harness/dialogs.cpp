@@ -110,6 +110,12 @@ DialogAnswers& DialogAnswers::ThenPress(int button)
     return Then([button](HWND dialog) { PressButton(dialog, button); });
 }
 
+DialogAnswers& DialogAnswers::LeaveAlone(const std::string& caption)
+{
+    LeftAlone = caption;
+    return *this;
+}
+
 std::string DialogAnswers::OnlyText() const
 {
     EXPECT_EQ(1u, Dialogs.size());
@@ -128,6 +134,9 @@ void DialogAnswers::TakeNextStep()
         return;
     }
     Looks = 0;
+    if (!LeftAlone.empty() && WindowText(dialog) == LeftAlone) {
+        return;
+    }
     Dialogs.push_back(Look(dialog));
     if (Taken < Steps.size()) {
         Steps[Taken++](dialog);

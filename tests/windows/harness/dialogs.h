@@ -29,6 +29,9 @@ public:
     // Presses a button of it.
     DialogAnswers& ThenPress(int button);
 
+    // Dialogs with that caption come and go by themselves: they are neither answered nor noted.
+    DialogAnswers& LeaveAlone(const std::string& caption);
+
     // The dialogs seen by now.
     const std::vector<SeenDialog>& Seen() const { return Dialogs; }
 
@@ -41,6 +44,7 @@ private:
     std::vector<std::function<void(HWND)>> Steps;
     std::size_t Taken = 0;
     std::vector<SeenDialog> Dialogs;
+    std::string LeftAlone;
     int Looks = 0;
     UINT_PTR Timer = 0;
 };
