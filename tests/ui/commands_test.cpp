@@ -782,12 +782,6 @@ TEST_F(CommandsTest, CommandsWithoutAMeaningDoNothing)
     EXPECT_EQ(program.Close(), 0u);
 }
 
-TEST_F(CommandsTest, PrintAndExitOfAFileEndsTheProgramWithExitCodeZero)
-{
-    Program program("-P " + WriteScratch("one.txt", "text"));
-    EXPECT_EQ(program.WaitForExit(), 0u);
-}
-
 TEST_F(CommandsTest, WithoutAHelpFileTheProgramStaysUsable)
 {
     Program program(WriteScratch("one.txt", NumberedLines(500)));

@@ -5,6 +5,7 @@
 #include "support/input.h"
 #include "support/marks.h"
 #include "support/picture_file.h"
+#include "support/test_printer.h"
 #include "support/ui_test.h"
 #include "support/windows_path.h"
 
@@ -20,6 +21,7 @@ using Ids = std::vector<int>;
 struct Stage {
     Program& TheProgram;
     const TestDirectory& Files;
+    std::unique_ptr<TestPrinter>& Printer; // none yet
 };
 
 struct DialogCase {
@@ -154,6 +156,26 @@ HWND ShowLineLengthCase(const Stage& stage)
     return ShowByCommand(stage, IDM_OPTIONS_LINE_LENGTH, "Set Line Length");
 }
 
+// What is printed on it goes nowhere; the name of its port is short, to be read whole.
+void NeedPrinter(const Stage& stage)
+{
+    if (stage.Printer == nullptr) {
+        stage.Printer = std::make_unique<TestPrinter>("NUL");
+    }
+}
+
+HWND ShowPrintCase(const Stage& stage)
+{
+    NeedPrinter(stage);
+    return OpenText(stage) ? ShowByCommand(stage, IDM_FILE_PRINT, "Print File") : nullptr;
+}
+
+HWND ShowPageSetupCase(const Stage& stage)
+{
+    NeedPrinter(stage);
+    return ShowByCommand(stage, IDM_FILE_PAGE_SETUP, "Page Setup");
+}
+
 const DialogCase Cases[] = {
     {"Find",
      ShowFindCase,
@@ -181,6 +203,17 @@ const DialogCase Cases[] = {
      IDOK},
     {"Colours", ShowColoursCase, {IDC_COLOUR_REGION, IDC_COLOUR_FIRST, IDC_COLOUR_FOREGROUND, IDOK, IDCANCEL}, IDOK},
     {"LineLength", ShowLineLengthCase, {IDC_LINE_LENGTH, IDOK, IDCANCEL}, IDOK},
+    {"Print",
+     ShowPrintCase,
+     {IDC_PRINT_ENTIRE, IDC_PRINT_DEFAULT_FONT, IDC_PRINT_FORM_FEEDS, IDC_PRINT_WRAP, IDC_PRINT_HEADERS, IDOK, IDCANCEL,
+      IDC_PRINT_PRINTER_SETUP, IDC_PRINT_PAGE_SETUP, IDC_ASK_HELP},
+     IDOK},
+    {"PageSetup",
+     ShowPageSetupCase,
+     {IDC_PAGE_HEADER, IDC_PAGE_FOOTER, IDC_PAGE_LEFT, IDC_PAGE_RIGHT, IDC_PAGE_TOP, IDC_PAGE_BOTTOM,
+      IDC_PAGE_USE_HEAD_FONT, IDC_PAGE_HEAD_FONT, IDC_PAGE_USE_BODY_FONT, IDC_PAGE_BODY_FONT, IDOK, IDCANCEL,
+      IDC_ASK_HELP},
+     IDOK},
 };
 
 class DialogLooksTest : public UiTest, public testing::WithParamInterface<DialogCase> {
@@ -202,7 +235,7 @@ protected:
                 return nullptr;
             }
         }
-        const HWND dialog = GetParam().Show({*TheProgram, Files});
+        const HWND dialog = GetParam().Show({*TheProgram, Files, Printer});
         EXPECT_NE(dialog, nullptr);
         EXPECT_TRUE(WaitUntil([&] { return dialog == nullptr || IsPaintedWhole(dialog); }));
         return dialog;
@@ -217,6 +250,7 @@ protected:
     }
 
     TestDirectory Files{"looks"};
+    std::unique_ptr<TestPrinter> Printer;
     std::unique_ptr<Program> TheProgram;
 };
 
