@@ -133,7 +133,7 @@ void SaveRecentFiles()
 
 void LoadPrintSettings()
 {
-    const bool inches = Intl.Measure != 0;
+    const bool inches = Intl.Measure == 1;
     ReadString("Header", "&f&l", PrintOptions.Header);
     ReadString("Footer", "/-&p-", PrintOptions.Footer);
     ReadString("LeftMargin", inches ? "1" : "2.5", PrintOptions.LeftMargin);

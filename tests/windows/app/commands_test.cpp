@@ -209,6 +209,8 @@ TEST_F(Commands, PrintEndsARunThatWasStartedToPrint)
     const ScratchFile file("print.txt", "text");
     Open(file);
     const HWND window = Windows.Main;
+    DialogAnswers answers; // that there is no printer
+    answers.ThenPress(IDOK).ThenPress(IDOK);
     Command(229);
     ASSERT_TRUE(IsWindow(window));
     App.Start.PrintAndExit = true;

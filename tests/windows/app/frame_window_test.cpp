@@ -84,6 +84,8 @@ TEST_F(FrameWindow, ARunThatPrintsLivesUntilItsPrintCommandIsServed)
     MSG message = {};
     EXPECT_TRUE(PeekMessageA(&message, window, WM_COMMAND, WM_COMMAND, PM_NOREMOVE));
     EXPECT_EQ(229u, message.wParam);
+    DialogAnswers answers; // that there is no printer
+    answers.ThenPress(IDOK);
     PumpMessages();
     EXPECT_FALSE(IsWindow(window));
     EndProgram();
