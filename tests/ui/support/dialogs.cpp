@@ -131,7 +131,8 @@ HWND WaitForDialog(const Program& program, const std::string& title)
                SendMessageTimeoutW(dialog, WM_NULL, 0, 0, SMTO_NORMAL, DefaultWaitLimit, &ignored) != 0;
     });
     EXPECT_TRUE(shown) << "no dialog \"" << title << "\"";
-    return shown ? dialog : nullptr;
+    // The display may have taken the keyboard away for a moment; a person would click.
+    return shown && BringToForeground(dialog) ? dialog : nullptr;
 }
 
 HWND WaitForBoxOver(HWND dialog)
