@@ -44,7 +44,7 @@ public:
     Pixels Read(HWND window, int x, int y, int width, int height);
     // What the program writes on the window while it repaints it as a whole.
     std::vector<ProbeText> Repaint(HWND window);
-    // What it writes on any window from now on, and what that was.
+    // What it writes on any window from now on, and what that has been until now.
     void StartRecording();
     std::vector<ProbeText> TakeRecorded();
     ProbeUseRecord Use();

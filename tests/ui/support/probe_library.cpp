@@ -190,7 +190,6 @@ bool RecordTexts(const ProbeTextsRecord& record)
 bool TakeTexts(ProbeTextsRecord& record)
 {
     EnterCriticalSection(&Lock);
-    Recording = false;
     record.Count = TextCount;
     memcpy(record.Texts, Texts, static_cast<std::size_t>(TextCount) * sizeof(ProbeText));
     LeaveCriticalSection(&Lock);
