@@ -141,12 +141,9 @@ void RunJob(HWND owner, HDC printer, HFONT screenFont, const PrintRange& range)
     const JobFont head(PrintOptions.HeadFont.Use != 0 ? CreatePrintFont(PrintOptions.HeadFont, printer) : nullptr);
     const JobFont body(PrintOptions.BodyFont.Use != 0 ? CreatePrintFont(PrintOptions.BodyFont, printer) : nullptr);
     const JobFont like(ownFonts && body == nullptr ? CreateFontLike(screenFont, printer) : nullptr);
+    const HFONT chosen = body != nullptr ? body : like;
     PrintJob.HeadFont = head;
-    if (ownFonts) {
-        PrintInFont(owner, printer, body != nullptr ? body : like, range);
-    } else {
-        PrintInFont(owner, printer, nullptr, range);
-    }
+    PrintInFont(owner, printer, ownFonts ? chosen : nullptr, range);
     PrintJob.HeadFont = nullptr;
 }
 
