@@ -73,3 +73,17 @@ void TestPrinter::Remove()
         Handle = nullptr;
     }
 }
+
+NoSpoolDirectory::NoSpoolDirectory()
+{
+    char system[MAX_PATH] = "";
+    GetSystemDirectoryA(system, sizeof system);
+    Directory = system + std::string("\\spool\\PRINTERS");
+    Aside = Directory + ".aside";
+    EXPECT_TRUE(MoveFileA(Directory.c_str(), Aside.c_str())) << "error " << GetLastError();
+}
+
+NoSpoolDirectory::~NoSpoolDirectory()
+{
+    EXPECT_TRUE(MoveFileA(Aside.c_str(), Directory.c_str())) << "error " << GetLastError();
+}

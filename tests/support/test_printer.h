@@ -19,3 +19,17 @@ public:
 private:
     void* Handle = nullptr;
 };
+
+// The directory in which the system keeps what is printed, out of its reach for as long as the object lives: documents
+// are refused.
+class NoSpoolDirectory {
+public:
+    NoSpoolDirectory();
+    ~NoSpoolDirectory();
+    NoSpoolDirectory(const NoSpoolDirectory&) = delete;
+    NoSpoolDirectory& operator=(const NoSpoolDirectory&) = delete;
+
+private:
+    std::string Directory;
+    std::string Aside;
+};

@@ -163,26 +163,6 @@ Texts SavedFields()
     return texts;
 }
 
-// The place where the system keeps what is printed is gone for as long as the object lives: documents are refused.
-class NoSpoolDirectory {
-public:
-    NoSpoolDirectory()
-    {
-        char system[MAX_PATH] = "";
-        GetSystemDirectoryA(system, sizeof system);
-        Directory = system + std::string("\\spool\\PRINTERS");
-        EXPECT_TRUE(MoveFileA(Directory.c_str(), Aside().c_str())) << "error " << GetLastError();
-    }
-    ~NoSpoolDirectory() { EXPECT_TRUE(MoveFileA(Aside().c_str(), Directory.c_str())) << "error " << GetLastError(); }
-    NoSpoolDirectory(const NoSpoolDirectory&) = delete;
-    NoSpoolDirectory& operator=(const NoSpoolDirectory&) = delete;
-
-private:
-    std::string Aside() const { return Directory + ".aside"; }
-
-    std::string Directory;
-};
-
 LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
 {
     DWORD_PTR result = 0;

@@ -224,24 +224,6 @@ private:
     WatchedJob WatchedCalls;
 };
 
-// The directory in which the system keeps documents until they are printed, out of its reach.
-class NoSpoolDirectory {
-public:
-    NoSpoolDirectory()
-    {
-        char system[MAX_PATH];
-        GetSystemDirectoryA(system, sizeof system);
-        Path = system + std::string("\\spool\\PRINTERS");
-        EXPECT_TRUE(MoveFileA(Path.c_str(), (Path + ".away").c_str())) << "error " << GetLastError();
-    }
-    ~NoSpoolDirectory() { MoveFileA((Path + ".away").c_str(), Path.c_str()); }
-    NoSpoolDirectory(const NoSpoolDirectory&) = delete;
-    NoSpoolDirectory& operator=(const NoSpoolDirectory&) = delete;
-
-private:
-    std::string Path;
-};
-
 class PrintJobWithoutPrinter : public PrintingProgram {};
 
 // The box of a job, without one.
